@@ -1,0 +1,18 @@
+#pragma once
+#include <optional>
+#include <string>
+
+namespace nimbletype {
+
+// One small file that is read and replaced as a whole. Main thread only.
+class FileStore {
+ public:
+  virtual ~FileStore() = default;
+  virtual std::optional<std::string> read() const = 0;
+  // Replaces the content in one step; false, with the old content intact, when that fails.
+  virtual bool write(const std::string& content) = 0;
+  // Moves content that makes no sense out of the way, under a name that says so, where the user can find it.
+  virtual void setAside() = 0;
+};
+
+}  // namespace nimbletype

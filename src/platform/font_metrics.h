@@ -1,0 +1,21 @@
+#pragma once
+#include <string_view>
+
+#include "platform/overlay_surface.h"
+
+namespace nimbletype {
+
+struct LineMetrics {
+  double ascender = 0, descender = 0, leading = 0;  // points; the descender is negative
+};
+
+// Measures text exactly as the overlay draws it.
+class FontMetrics {
+ public:
+  virtual ~FontMetrics() = default;
+  virtual bool exists(std::string_view name) const = 0;
+  virtual LineMetrics line(const FontSpec& font) const = 0;
+  virtual double width(const FontSpec& font, std::string_view text) const = 0;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,26 @@
+#pragma once
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace nimbletype {
+
+struct RunningApp {
+  std::int64_t processID = 0;
+  std::string bundleID;    // on Linux the desktop file's id
+  std::string appName;     // for people
+  std::string bundlePath;  // empty where the desktop has no bundles
+  bool operator==(const RunningApp&) const = default;
+};
+
+// The applications of the desktop. Main thread only.
+class Workspace {
+ public:
+  virtual ~Workspace() = default;
+  virtual std::optional<RunningApp> frontmost() = 0;
+  // Called after the frontmost application changed. One listener; an empty function ends it.
+  virtual void onFrontmostChanged(std::function<void()> changed) = 0;
+};
+
+}  // namespace nimbletype
