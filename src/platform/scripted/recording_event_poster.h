@@ -1,0 +1,36 @@
+#pragma once
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/event_poster.h"
+#include "text/text.h"
+
+namespace nimbletype {
+
+// Keeps what was posted instead of posting it.
+class RecordingEventPoster : public EventPoster {
+ public:
+  using Posted = std::variant<KeyCombo, std::u16string>;
+
+  bool mayPost() const override { return allowed; }
+  bool begin() override { return open_ = hasSource; }
+  void end() override { open_ = false; }
+  void press(std::uint16_t keyCode, ModifierSet modifiers) override {
+    if (open_) posted.emplace_back(KeyCombo{keyCode, modifiers});
+  }
+  void type(std::u16string_view chunk) override {
+    if (open_) posted.emplace_back(std::u16string(chunk));
+  }
+
+  // What a field would have received: Space and text appended, Delete removing the last character.
+  std::string text() const;
+
+  std::vector<Posted> posted;
+  bool allowed = true, hasSource = true;
+
+ private:
+  bool open_ = false;
+};
+
+}  // namespace nimbletype

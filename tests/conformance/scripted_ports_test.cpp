@@ -1,0 +1,38 @@
+#include "platform/scripted/memory_defaults_store.h"
+#include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/virtual_main_loop.h"
+#include "tests/conformance/defaults_store_conformance.h"
+#include "tests/conformance/file_store_conformance.h"
+#include "tests/conformance/main_loop_conformance.h"
+
+namespace nimbletype {
+namespace {
+
+struct VirtualLoopHarness {
+  MainLoop& loop() { return virtualLoop; }
+  bool runUntil(const std::function<bool()>& done) {
+    // Other threads post in real time, so there must be many turns.
+    for (int turn = 0; turn < 10'000'000 && !done(); ++turn) virtualLoop.advance(Milliseconds(1));
+    return done();
+  }
+  VirtualMainLoop virtualLoop;
+};
+
+struct MemoryDefaultsHarness {
+  DefaultsStore& store() { return memory; }
+  void reopen() {}
+  MemoryDefaultsStore memory;
+};
+
+struct MemoryFileHarness {
+  FileStore& file() { return memory; }
+  void reopen() {}
+  MemoryFileStore memory;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
+
+}  // namespace
+}  // namespace nimbletype

@@ -1,0 +1,66 @@
+#pragma once
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/workspace.h"
+
+// What every `Workspace` has to do, run with two applications that can be brought to the front.
+namespace nimbletype::conformance {
+
+class WorkspaceWorld {
+ public:
+  virtual ~WorkspaceWorld() = default;
+  virtual Workspace& workspace() = 0;
+  // The application as the workspace is to report it.
+  virtual RunningApp app(int index) = 0;
+  virtual void bringToFront(int index) = 0;
+  virtual void waitFor(const std::string& what, const std::function<bool()>& condition) = 0;
+};
+using WorkspaceWorldFactory = std::function<std::unique_ptr<WorkspaceWorld>()>;
+
+class WorkspaceConformance : public ::testing::TestWithParam<WorkspaceWorldFactory> {
+ protected:
+  void SetUp() override {
+    world_ = GetParam()();
+    bringToFront(0);
+  }
+  void bringToFront(int index) {
+    world_->bringToFront(index);
+    world_->waitFor("application " + std::to_string(index) + " in front",
+                    [&] { return world_->workspace().frontmost() == world_->app(index); });
+  }
+  Workspace& workspace() { return world_->workspace(); }
+
+  std::unique_ptr<WorkspaceWorld> world_;
+};
+
+TEST_P(WorkspaceConformance, TellsOfEachChangeOfTheFrontmostApplication) {
+  EXPECT_EQ(workspace().frontmost(), world_->app(0));
+  std::optional<RunningApp> told;
+  workspace().onFrontmostChanged([&] { told = workspace().frontmost(); });
+  EXPECT_EQ(told, std::nullopt);
+  for (const int index : {1, 0}) {
+    world_->bringToFront(index);
+    world_->waitFor("word of application " + std::to_string(index),
+                    [&] { return told == world_->app(index); });
+    EXPECT_EQ(told, world_->app(index));
+  }
+}
+
+TEST_P(WorkspaceConformance, HasOneListenerWhichCanEnd) {
+  int first = 0, second = 0;
+  workspace().onFrontmostChanged([&] { ++first; });
+  workspace().onFrontmostChanged([&] { ++second; });
+  bringToFront(1);
+  world_->waitFor("word to the second listener", [&] { return second > 0; });
+  EXPECT_EQ(first, 0);
+  const int before = second;
+  workspace().onFrontmostChanged({});
+  bringToFront(0);
+  EXPECT_EQ(second, before);
+}
+
+}  // namespace nimbletype::conformance
