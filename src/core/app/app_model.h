@@ -1,0 +1,73 @@
+#pragma once
+#include "core/app/key_router.h"
+#include "core/completion/completion_engine.h"
+#include "core/rules/app_rules.h"
+#include "core/settings/preferences.h"
+#include "engines/model_locator.h"
+#include "engines/provider_hub.h"
+#include "input/ax_field_source.h"
+#include "input/context_collector.h"
+#include "input/key_tap.h"
+#include "input/text_injector.h"
+#include "input/typo_checker.h"
+#include "overlay/ghost_panel.h"
+#include "platform/defaults_store.h"
+#include "platform/event_poster.h"
+#include "platform/file_store.h"
+#include "platform/font_metrics.h"
+#include "platform/workspace.h"
+
+namespace nimbletype {
+
+// Everything a desktop lends the application. All of it outlives the model.
+struct Ports {
+  MainLoop& loop;
+  SystemLog& log;
+  Accessibility& accessibility;
+  Workspace& workspace;
+  EventTap& eventTap;
+  EventPoster& eventPoster;
+  SecureInput& secureInput;
+  Screens& screens;
+  FontMetrics& fontMetrics;
+  OverlaySurface& ghostSurface;
+  PowerSource& power;
+  SpellChecker& spellChecker;
+  DefaultsStore& defaults;
+  FileStore& rulesFile;
+  ModelLocator& model;
+  UserIdentity user;
+};
+
+// The root of the application: builds every service in a fixed order and keeps them for the life of the process.
+class AppModel {
+ public:
+  explicit AppModel(Ports ports);
+  AppModel(const AppModel&) = delete;
+  AppModel& operator=(const AppModel&) = delete;
+
+  // Starts following the user's typing. False when the desktop does not let the key tap start; everything else
+  // runs all the same.
+  bool start();
+
+  CompletionEngine& engine() { return engine_; }
+  Preferences& preferences() { return prefs_; }
+  AppRules& rules() { return rules_; }
+
+ private:
+  Ports ports_;
+  TextInjector injector_;
+  AXFieldSource fieldSource_;
+  KeyTap keyTap_;
+  Preferences prefs_;
+  AppRules rules_;
+  ProviderHub hub_;
+  TypoChecker typo_;
+  GhostPanel ghost_;
+  ContextCollector context_;
+  CompletionEngine engine_;
+  KeyRouter keys_;
+  Task hintLabel_;
+};
+
+}  // namespace nimbletype

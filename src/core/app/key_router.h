@@ -1,0 +1,24 @@
+#pragma once
+#include <vector>
+
+#include "core/completion/completion_engine.h"
+#include "input/key_tap.h"
+
+namespace nimbletype {
+
+// Between tap and engine: hands events to the engine and keeps the tap told of the keys that can be taken.
+class KeyRouter {
+ public:
+  KeyRouter(KeyTap& tap, CompletionEngine& engine, Preferences& prefs);
+
+ private:
+  bool handle(const TapEvent& event);
+  void update();
+
+  KeyTap& tap_;
+  CompletionEngine& engine_;
+  Preferences& prefs_;
+  std::vector<Task> observations_;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,370 @@
+#include "core/completion/completion_engine.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/completion/ghost_builder.h"
+#include "core/completion/own_change.h"
+#include "core/completion/present_log.h"
+#include "core/completion/request_builder.h"
+#include "core/prompt/reply_cleaning.h"
+#include "text/text.h"
+
+namespace nimbletype {
+namespace {
+
+constexpr std::string_view logCategory = "engine";
+// An application shows an insertion soon, but not at once.
+constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
+
+const char* yesNo(bool value) { return value ? "true" : "false"; }
+
+}  // namespace
+
+CompletionEngine::CompletionEngine(const Services& services)
+    : s_(services), context_(services.context, services.loop), generation_(services.loop) {
+  observations_.push_back(s_.rules.observe([this] { reconsider(); }));
+  for (AnySetting* setting :
+       {static_cast<AnySetting*>(&s_.prefs.isEnabled), static_cast<AnySetting*>(&s_.prefs.enabledByDefault),
+        static_cast<AnySetting*>(&s_.prefs.codeEditorsEnabled), static_cast<AnySetting*>(&s_.prefs.onDemandOnly),
+        static_cast<AnySetting*>(&s_.prefs.completeInsideText),
+        static_cast<AnySetting*>(&s_.prefs.ignoreSmallFields)})
+    observations_.push_back(setting->observe([this] { reconsider(); }));
+}
+
+// --- what happens to the field ---
+
+void CompletionEngine::setSource(FieldSource& source) {
+  source_ = &source;
+  source_->onChange([this](Change) { sourceChanged(); });
+}
+
+void CompletionEngine::sourceChanged() {
+  if (auto snapshot = source_->snapshot()) fieldChanged(*snapshot);
+  else fieldLost(source_->whyNoField().value_or("no app: nothing focused"));
+}
+
+void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
+  // Applications report one change several times; only a real one counts. What surrounds it may have changed.
+  if (!forceNext_ && snapshot_ == snapshot) return reconsider();
+  if (suppressed_ && !suppressed_->before && suppressed_->fieldKey != snapshot.fieldKey) suppressed_.reset();
+  snapshot_ = snapshot;
+  reached(Stage::fieldChanged);
+  if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
+  process();
+}
+
+void CompletionEngine::fieldLost(const std::string& reason) {
+  snapshot_.reset();
+  block(reason);
+}
+
+// A change that blocks takes effect at once; one that lifts a block starts over where the caret stands.
+void CompletionEngine::reconsider() {
+  if (!snapshot_) return;
+  const bool wasBlocked = status_.state == Status::Case::blocked;
+  if (auto reason = blockedReason()) block(*reason);
+  else if (wasBlocked) process();
+}
+
+std::optional<std::string> CompletionEngine::blockedReason() {
+  decision_ = s_.rules.decision(snapshot_->bundleID, snapshot_->appName, snapshot_->domain);
+  const Preferences& prefs = s_.prefs;
+  // A suggestion that was asked for may be typed over and taken word by word.
+  const bool forced = forceNext_ || suggestion_.has_value();
+  const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
+  return firstGate(*snapshot_, {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(),
+                                prefs.completeInsideText.get(), prefs.ignoreSmallFields.get(), onDemand, forced,
+                                prefs.triggerKey.get()});
+}
+
+void CompletionEngine::process() {
+  if (auto reason = blockedReason()) return block(*reason);
+  const bool ownChange = !forceNext_ && isOwnChange();
+  const bool hadSuggestion = suggestion_.has_value();
+  if (keepInStep(ownChange)) return;
+  cancelWork();
+  if (hadSuggestion)
+    if (auto reason = blockedReason()) return block(*reason);
+  if (ownChange || isSuppressed()) return setStatus({});
+  if (offerFix() || holdTypo()) return;
+  schedule();
+}
+
+void CompletionEngine::block(std::string reason) {
+  forceNext_ = false;
+  forgetShown();
+  cancelWork();
+  setStatus(Status::blocked(std::move(reason)));
+}
+
+bool CompletionEngine::isOwnChange() const {
+  return lastInjection_ && nimbletype::isOwnChange(*lastInjection_, *snapshot_, s_.loop.now());
+}
+
+bool CompletionEngine::isSuppressed() {
+  if (!suppressed_ || forceNext_) return false;
+  if (suppressed_->fieldKey != snapshot_->fieldKey) return false;
+  if (suppressed_->before && suppressed_->before != snapshot_->before) suppressed_.reset();
+  return suppressed_.has_value();
+}
+
+// Whether the suggestion on screen still fits and no more is to be done for this change.
+bool CompletionEngine::keepInStep(bool ownChange) {
+  if (!suggestion_) {
+    forgetShown();
+    return false;
+  }
+  const auto typed = typedOver(*suggestion_, snapshot_->before);
+  if (!typed) {
+    const std::size_t left = text::characterCount(suggestion_->remaining());
+    s_.log.log(logCategory,
+               "suggestion dropped: the text went another way (" + std::to_string(left) + " chars were left)");
+    forgetShown();
+    return false;
+  }
+  // Our own insertion only grows; whatever else happens, what the field shows is what has been taken.
+  if (!ownChange || *typed < suggestion_->consumed) suggestion_->taken = *typed;
+  suggestion_->consumed = *typed;
+  if (*typed == suggestion_->length()) {
+    forgetShown();
+    return false;
+  }
+  if (presentRemaining()) setStatus({Status::Case::showing, {}});
+  return true;
+}
+
+// --- asking for a suggestion ---
+
+bool CompletionEngine::offerFix() {
+  if (!s_.prefs.suggestFixes.get() || forceNext_) return false;
+  const auto fix = s_.typo.fix(snapshot_->before);
+  if (!fix) return false;
+  auto content = ghostContent(*snapshot_, GhostContent::Kind::correction, fix->correction, s_.prefs,
+                              s_.screens.mainHeight());
+  if (!content) return false;
+  pendingFix_ = Fix{snapshot_->before, fix->word, fix->correction};
+  s_.ghost.present(*content);
+  if (shownChanged_) shownChanged_();
+  setStatus({Status::Case::showing, {}});
+  return true;
+}
+
+bool CompletionEngine::holdTypo() {
+  if (!s_.prefs.hideOnTypo.get() || forceNext_) return false;
+  const auto word = s_.typo.misspelledWord(snapshot_->before);
+  if (!word) return false;
+  s_.log.log(logCategory, "held: the word being typed looks misspelled (" +
+                              std::to_string(text::characterCount(*word)) + " letters)");
+  setStatus(Status::blocked("This word looks misspelled"));
+  return true;
+}
+
+void CompletionEngine::schedule() {
+  const Milliseconds pause{forceNext_ ? 0 : static_cast<Milliseconds::rep>(s_.prefs.delayMilliseconds.get())};
+  forceNext_ = false;
+  setStatus({Status::Case::waiting, {}});
+  pending_ = s_.loop.after(std::max(pause, Milliseconds{0}), [this] { generate(); });
+}
+
+void CompletionEngine::generate() {
+  setStatus({Status::Case::thinking, {}});
+  CompletionProvider* provider = s_.hub.provider(s_.prefs.engine.get());
+  if (!provider) return setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
+  const bool onBattery = s_.power.onBattery();
+  const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
+  const PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  const CompletionRequest request =
+      makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
+                   s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
+  const PromptStyle style = provider->promptStyle();
+  last_.prompt = style == PromptStyle::raw ? request.rawPrompt : request.prompt;
+  reached(Stage::requested);
+  generation_.start(*provider, request, [this] { reached(Stage::firstText); }, [this, asked = *snapshot_, words, style](Generation::Outcome outcome) {
+    finishGeneration(asked, words, style, std::move(outcome));
+  });
+}
+
+void CompletionEngine::finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style,
+                                        Generation::Outcome outcome) {
+  if (!outcome.result) return setStatus(Status::failed(outcome.result.error().message));
+  if (!snapshot_ || snapshot_->fieldKey != asked.fieldKey || snapshot_->before != asked.before) return setStatus({});
+  last_.latency = outcome.took;
+  last_.output = outcome.result->text;
+  last_.cost = outcome.result->cost;
+  std::string text = cleanReply(outcome.result->text, {asked.before, words, style, {}});
+  if (text.empty()) return setStatus({});
+  showSuggestion(makeSuggestion(std::move(text), asked.before, asked.fieldKey));
+}
+
+// --- showing it ---
+
+void CompletionEngine::showSuggestion(Suggestion suggestion) {
+  suggestion_ = std::move(suggestion);
+  hintForSuggestion_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit;
+  if (!presentRemaining()) return;
+  if (hintForSuggestion_) s_.prefs.keyHintsShown.set(s_.prefs.keyHintsShown.get() + 1);
+  lastSuggestion_ = suggestion_->text;
+  if (shownChanged_) shownChanged_();
+  setStatus({Status::Case::showing, {}});
+}
+
+bool CompletionEngine::presentRemaining() {
+  auto content = ghostContent(*snapshot_, GhostContent::Kind::completion, std::string(suggestion_->remaining()),
+                              s_.prefs, s_.screens.mainHeight());
+  if (!content) {
+    forgetShown();
+    setStatus(Status::failed("This app doesn't report where the caret is"));
+    return false;
+  }
+  content->hint = hintForSuggestion_;
+  s_.log.log(logCategory, presentLogLine(*content, snapshot_->before));
+  s_.ghost.present(*content);
+  reached(Stage::shown);
+  return true;
+}
+
+void CompletionEngine::forgetShown() {
+  const bool wasShowing = isShowing();
+  suggestion_.reset();
+  pendingFix_.reset();
+  if (!wasShowing) return;
+  s_.ghost.hide();
+  if (shownChanged_) shownChanged_();
+}
+
+void CompletionEngine::cancelWork() {
+  pending_.cancel();
+  generation_.cancel();
+}
+
+void CompletionEngine::dismiss() {
+  forceNext_ = false;
+  forgetShown();
+  cancelWork();
+  if (status_.state != Status::Case::blocked) setStatus({});
+}
+
+void CompletionEngine::setStatus(Status status) {
+  if (status_ == status) return;
+  status_ = std::move(status);
+  if (statusChanged_) statusChanged_(status_);
+}
+
+void CompletionEngine::reached(Stage stage) const {
+  if (stageReached_) stageReached_(stage);
+}
+
+// --- keys and commands ---
+
+std::vector<KeyCombo> CompletionEngine::takeableKeys() const {
+  return isShowing() ? shownKeys(s_.prefs, decision_.tabAccepts) : std::vector<KeyCombo>{};
+}
+
+bool CompletionEngine::keyPressed(const KeyPress& press) {
+  switch (commandFor(press, s_.prefs, decision_.tabAccepts)) {
+    case KeyCommand::acceptNext: return acceptNext();
+    case KeyCommand::acceptAll: return acceptAll();
+    case KeyCommand::escape: return isShowing() && escape();
+    case KeyCommand::suggestNow: return suggestNow(), true;
+    case KeyCommand::toggleApp: return toggleApp(), true;
+    case KeyCommand::toggleGlobal: return toggleGlobal(), true;
+    case KeyCommand::none: break;
+  }
+  return false;
+}
+
+// A click or a scroll moves the text away from under the ghost.
+void CompletionEngine::pointerPressed() {
+  if (isShowing()) dismiss();
+}
+
+bool CompletionEngine::canAccept(const char* command) const {
+  if (suggestion_ && source_ && snapshot_) return true;
+  s_.log.log(logCategory, std::string(command) + " skipped: suggestion " + yesNo(suggestion_.has_value()) +
+                              ", source " + yesNo(source_) + ", snapshot " + yesNo(snapshot_.has_value()));
+  return false;
+}
+
+bool CompletionEngine::acceptNext() {
+  if (pendingFix_) return takeFix(), true;
+  if (!canAccept("accept next")) return false;
+  const std::string_view rest = suggestion_->acceptable();
+  const std::string chunk(
+      nextChunk(rest, s_.prefs.trailingSpace.get(), s_.prefs.trailingPunctuation.get()));
+  if (chunk.empty()) {
+    s_.log.log(logCategory,
+               "accept next: empty chunk, " + std::to_string(text::characterCount(rest)) + " chars remaining");
+    // What was taken is still on its way into the field, so the key is ours all the same.
+    return suggestion_->taken > suggestion_->consumed;
+  }
+  const std::size_t length = text::characterCount(chunk);
+  suggestion_->taken = std::max(suggestion_->taken, suggestion_->consumed) + length;
+  const std::string method(rawValue(decision_.insertion));
+  insert(chunk);
+  s_.log.log(logCategory, "accept next: " + std::to_string(length) + " chars via " + method);
+  return true;
+}
+
+bool CompletionEngine::acceptAll() {
+  if (pendingFix_) return false;
+  if (!canAccept("accept all")) return false;
+  const std::string rest(suggestion_->acceptable());
+  forgetShown();
+  setStatus({});
+  if (rest.empty()) return true;
+  insert(rest);
+  readAgain(0);
+  return true;
+}
+
+void CompletionEngine::insert(const std::string& text) {
+  lastInjection_ = {snapshot_->fieldKey, text, s_.loop.now()};
+  source_->insert(text, decision_.insertion);
+}
+
+void CompletionEngine::takeFix() {
+  const Fix fix = *pendingFix_;
+  forgetShown();
+  setStatus({});
+  if (!source_ || snapshot_->before != fix.before) return;
+  source_->deleteBackwards(static_cast<int>(text::characterCount(fix.word)));
+  insert(fix.replacement);
+}
+
+void CompletionEngine::readAgain(std::size_t attempt) {
+  if (attempt >= readAgainAfter.size()) return;
+  readAgain_ = s_.loop.after(readAgainAfter[attempt], [this, attempt] {
+    if (auto snapshot = source_->snapshot()) fieldChanged(*snapshot);
+    else readAgain(attempt + 1);
+  });
+}
+
+bool CompletionEngine::escape() {
+  if (!snapshot_) return false;
+  const EscapeBehavior behavior = s_.prefs.escapeBehavior.get();
+  if (behavior == EscapeBehavior::dismiss) suppressed_ = {snapshot_->fieldKey, snapshot_->before};
+  if (behavior == EscapeBehavior::dismissForField) suppressed_ = {snapshot_->fieldKey, std::nullopt};
+  dismiss();
+  return behavior != EscapeBehavior::passThrough;
+}
+
+void CompletionEngine::suggestNow() {
+  suppressed_.reset();
+  forgetShown();
+  cancelWork();
+  if (!source_) return;
+  forceNext_ = true;
+  sourceChanged();
+}
+
+void CompletionEngine::toggleApp() {
+  if (!snapshot_) return;
+  const std::string key = appRuleKey(snapshot_->bundleID), name = snapshot_->appName;
+  s_.rules.togglePause(key);
+  s_.rules.setName(key, name);
+}
+
+void CompletionEngine::toggleGlobal() { s_.rules.togglePauseEverywhere(); }
+
+}  // namespace nimbletype

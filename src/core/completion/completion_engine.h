@@ -1,0 +1,153 @@
+#pragma once
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/completion/context_cache.h"
+#include "core/completion/gates.h"
+#include "core/completion/generation.h"
+#include "core/completion/key_commands.h"
+#include "core/completion/own_change.h"
+#include "core/completion/status.h"
+#include "core/completion/suggestion.h"
+#include "core/prompt/text_window.h"
+#include "core/rules/app_rules.h"
+#include "core/settings/preferences.h"
+#include "engines/provider_hub.h"
+#include "input/field_source.h"
+#include "input/typo_checker.h"
+#include "overlay/ghost_content.h"
+#include "platform/event_tap.h"
+#include "platform/power_source.h"
+#include "platform/screens.h"
+#include "platform/system_log.h"
+
+namespace nimbletype {
+
+// Turns field changes and key presses into suggestions. It conducts: what it decides lies in the pure functions
+// beside it. Main thread only.
+class CompletionEngine {
+ public:
+  struct Services {
+    MainLoop& loop;
+    Preferences& prefs;
+    AppRules& rules;
+    ProviderHub& hub;
+    ContextSource& context;
+    TypoChecker& typo;
+    GhostPresenter& ghost;
+    const Screens& screens;
+    const SecureInput& secureInput;
+    const PowerSource& power;
+    SystemLog& log;
+  };
+  // The last generation, for diagnostics: what was asked and answered, and how long it took.
+  struct LastGeneration {
+    Milliseconds latency{0};
+    std::string prompt, output;
+    CompletionCost cost;
+  };
+
+  explicit CompletionEngine(const Services& services);
+  CompletionEngine(const CompletionEngine&) = delete;
+  CompletionEngine& operator=(const CompletionEngine&) = delete;
+
+  // Follows this source, which must outlive the engine.
+  void setSource(FieldSource& source);
+  // The focused field's text, caret or focus changed.
+  void fieldChanged(const FieldSnapshot& snapshot);
+  // No field can be read any more, for this reason.
+  void fieldLost(const std::string& reason);
+
+  // A key press of the tap; true when the engine took it. Never waits on anything.
+  bool keyPressed(const KeyPress& press);
+  void pointerPressed();
+
+  // The commands behind the keys; the boolean tells whether the key was consumed.
+  bool acceptNext();
+  bool acceptAll();
+  bool escape();
+  void suggestNow();
+  void toggleApp();
+  void toggleGlobal();
+  // Hides what is shown and cancels what is under way.
+  void dismiss();
+  // What the context source would hand over has changed.
+  void contextChanged() { context_.invalidate(); }
+
+  const Status& status() const { return status_; }
+  const std::optional<FieldSnapshot>& snapshot() const { return snapshot_; }
+  const RuleDecision& decision() const { return decision_; }
+  const std::string& lastSuggestion() const { return lastSuggestion_; }
+  const LastGeneration& lastGeneration() const { return last_; }
+  bool isShowing() const { return suggestion_ || pendingFix_; }
+  // The keys to take right now: none while nothing is shown.
+  std::vector<KeyCombo> takeableKeys() const;
+
+  // The steps from a key press to a ghost, for measuring.
+  enum class Stage { fieldChanged, requested, firstText, shown };
+  void onStage(std::function<void(Stage)> reached) { stageReached_ = std::move(reached); }
+
+  // Called after a real change of the status, and of what is shown.
+  void onStatusChanged(std::function<void(const Status&)> changed) { statusChanged_ = std::move(changed); }
+  void onShownChanged(std::function<void()> changed) { shownChanged_ = std::move(changed); }
+
+ private:
+  struct Fix {
+    std::string before, word, replacement;
+  };
+  // After Escape: the field that stays quiet, and the text for which it does; without a text until focus moves.
+  struct Suppression {
+    std::string fieldKey;
+    std::optional<std::string> before;
+  };
+
+  void sourceChanged();
+  void reconsider();
+  std::optional<std::string> blockedReason();
+  void process();
+  void block(std::string reason);
+  bool isOwnChange() const;
+  bool isSuppressed();
+  bool keepInStep(bool ownChange);
+  bool offerFix();
+  bool holdTypo();
+  void schedule();
+  void generate();
+  void finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style, Generation::Outcome outcome);
+  void showSuggestion(Suggestion suggestion);
+  bool presentRemaining();
+  void insert(const std::string& text);
+  void takeFix();
+  void readAgain(std::size_t attempt);
+  void forgetShown();
+  void cancelWork();
+  void setStatus(Status status);
+  void reached(Stage stage) const;
+  bool canAccept(const char* command) const;
+
+  Services s_;
+  FieldSource* source_ = nullptr;
+  Status status_;
+  std::optional<FieldSnapshot> snapshot_;
+  RuleDecision decision_;
+  std::optional<Suggestion> suggestion_;
+  std::optional<Fix> pendingFix_;
+  std::optional<Injection> lastInjection_;
+  std::optional<Suppression> suppressed_;
+  bool hintForSuggestion_ = false;
+  bool forceNext_ = false;
+  ContextCache context_;
+  TextWindow window_;
+  Generation generation_;
+  Task pending_, readAgain_;
+  std::string lastSuggestion_;
+  LastGeneration last_;
+  std::vector<Task> observations_;
+  std::function<void(const Status&)> statusChanged_;
+  std::function<void()> shownChanged_;
+  std::function<void(Stage)> stageReached_;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,28 @@
+#pragma once
+#include <optional>
+#include <string>
+
+#include "input/context_source.h"
+#include "platform/main_loop.h"
+
+namespace nimbletype {
+
+// Keeps the gathered context for one visit to a field, so that prompts share their beginning while the user types.
+// It is gathered anew in another field, after a typing pause, and when something is known to have changed.
+class ContextCache {
+ public:
+  static constexpr Milliseconds pause{3000};
+
+  ContextCache(ContextSource& source, MainLoop& loop) : source_(source), loop_(loop) {}
+  const PromptContext& contextFor(const FieldSnapshot& snapshot);
+  void invalidate() { context_.reset(); }
+
+ private:
+  ContextSource& source_;
+  MainLoop& loop_;
+  std::optional<PromptContext> context_;
+  std::string fieldKey_;
+  MonotonicTime lastUse_;
+};
+
+}  // namespace nimbletype

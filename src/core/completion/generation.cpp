@@ -1,0 +1,38 @@
+#include "core/completion/generation.h"
+
+#include <utility>
+
+namespace nimbletype {
+
+void Generation::start(CompletionProvider& provider, const CompletionRequest& request,
+                       std::function<void()> begun, Done done) {
+  cancel();
+  done_ = std::move(done);
+  started_ = loop_.now();
+  running_ = true;
+  timer_ = loop_.after(longest, [this] {
+    request_.cancel();
+    finish(std::unexpected(ProviderError{"The model took too long to answer"}));
+  });
+  const auto grow = [begun = std::move(begun), first = true](const std::string&) mutable {
+    if (std::exchange(first, false)) begun();
+  };
+  request_ = provider.complete(request, grow, [this](CompletionResult result) { finish(std::move(result)); });
+}
+
+void Generation::cancel() {
+  running_ = false;
+  request_.cancel();
+  timer_.cancel();
+  done_ = nullptr;
+}
+
+void Generation::finish(CompletionResult result) {
+  if (!std::exchange(running_, false)) return;
+  const auto took = std::chrono::duration_cast<Milliseconds>(loop_.now() - started_);
+  auto done = std::exchange(done_, nullptr);
+  timer_.cancel();
+  done({std::move(result), took});
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,37 @@
+#pragma once
+#include <functional>
+
+#include "engines/completion_provider.h"
+#include "platform/main_loop.h"
+
+namespace nimbletype {
+
+// One request to an engine, raced against the time an answer may take. Starting another or destroying it cancels
+// the request, and nothing is reported any more.
+class Generation {
+ public:
+  static constexpr Milliseconds longest{8000};
+
+  struct Outcome {
+    CompletionResult result;
+    Milliseconds took{0};
+  };
+  using Done = std::function<void(Outcome)>;
+
+  explicit Generation(MainLoop& loop) : loop_(loop) {}
+  // `begun` is called once, when the first text is there, by engines that tell.
+  void start(CompletionProvider& provider, const CompletionRequest& request, std::function<void()> begun, Done done);
+  void cancel();
+  bool isRunning() const { return running_; }
+
+ private:
+  void finish(CompletionResult result);
+
+  MainLoop& loop_;
+  Task request_, timer_;
+  Done done_;
+  MonotonicTime started_;
+  bool running_ = false;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,40 @@
+#include "core/completion/key_commands.h"
+
+namespace nimbletype {
+namespace {
+
+constexpr KeyCombo escapeKey{key::escape, {}};
+
+bool usable(const std::optional<KeyCombo>& combo, bool tabAccepts) {
+  return combo && (tabAccepts || combo->keyCode != key::tab);
+}
+
+}  // namespace
+
+KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabAccepts) {
+  const KeyCombo combo = press.combo();
+  const auto is = [&](const std::optional<KeyCombo>& stored) { return stored == combo; };
+  if (is(prefs.acceptWordKey.get()) && usable(combo, tabAccepts)) return KeyCommand::acceptNext;
+  if (is(prefs.acceptAllKey.get()) && usable(combo, tabAccepts)) return KeyCommand::acceptAll;
+  if (combo == escapeKey) return KeyCommand::escape;
+  if (is(prefs.triggerKey.get())) return KeyCommand::suggestNow;
+  if (is(prefs.toggleAppKey.get())) return KeyCommand::toggleApp;
+  if (is(prefs.toggleGlobalKey.get())) return KeyCommand::toggleGlobal;
+  return KeyCommand::none;
+}
+
+std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {
+  std::vector<KeyCombo> keys{escapeKey};
+  for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})
+    if (usable(combo, tabAccepts)) keys.push_back(*combo);
+  return keys;
+}
+
+std::vector<KeyCombo> shortcutKeys(const Preferences& prefs) {
+  std::vector<KeyCombo> keys;
+  for (const auto& combo : {prefs.triggerKey.get(), prefs.toggleAppKey.get(), prefs.toggleGlobalKey.get()})
+    if (combo) keys.push_back(*combo);
+  return keys;
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,18 @@
+#pragma once
+#include <vector>
+
+#include "core/settings/preferences.h"
+#include "platform/keys.h"
+
+namespace nimbletype {
+
+enum class KeyCommand { none, acceptNext, acceptAll, escape, suggestNow, toggleApp, toggleGlobal };
+
+// What a key press asks for. `tabAccepts` false leaves Tab itself to the application.
+KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabAccepts);
+
+// The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
+std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);
+std::vector<KeyCombo> shortcutKeys(const Preferences& prefs);
+
+}  // namespace nimbletype

@@ -1,0 +1,18 @@
+#pragma once
+#include <string>
+
+#include "input/field_snapshot.h"
+#include "platform/main_loop.h"
+
+namespace nimbletype {
+
+// The last insertion made by the program itself.
+struct Injection {
+  std::string fieldKey, text;
+  MonotonicTime time;
+};
+
+// Whether a field change is the insertion showing up rather than the user's doing.
+bool isOwnChange(const Injection& injection, const FieldSnapshot& snapshot, MonotonicTime now);
+
+}  // namespace nimbletype

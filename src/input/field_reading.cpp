@@ -1,0 +1,104 @@
+#include "input/field_reading.h"
+
+#include <vector>
+
+#include "input/field_role.h"
+#include "input/text_around_caret.h"
+
+namespace nimbletype {
+namespace {
+
+// The places of the reads in one batch.
+struct TextBatch {
+  std::vector<AttributeRead> reads;
+  std::size_t add(const char* attribute, TextRange range) {
+    reads.push_back({attribute, range});
+    return reads.size() - 1;
+  }
+};
+
+bool takesText(const AXElement& element, std::string_view role) {
+  switch (fieldRole(role)) {
+    case FieldRole::field:
+    case FieldRole::secureField:
+      return true;
+    case FieldRole::notAField:
+      return false;
+    case FieldRole::dependsOnValue:
+      return valueAs<bool>(element.value({"AXIsSettable:AXValue", {}})).value_or(false);
+  }
+  return false;
+}
+
+std::string textFrom(const AXElement& element, const AttributeValue& plain, const TextRange& range) {
+  if (const auto text = valueAs<std::string>(plain)) return *text;
+  if (range.length == 0) return {};
+  return valueAs<std::string>(element.value({"AXAttributedStringForRange", range})).value_or("");
+}
+
+// A line start outside the field has been scrolled away sideways or was never there.
+std::optional<double> leftEdge(const AttributeValue& value, const std::optional<TopLeftRect>& frame) {
+  const auto box = valueAs<TopLeftRect>(value);
+  if (!box || box->height <= 0) return std::nullopt;
+  if (frame && (box->x < frame->x - 1 || box->x > frame->right())) return std::nullopt;
+  return box->x;
+}
+
+}  // namespace
+
+FieldState readFieldState(const AXElement& element, bool keepOut) {
+  std::vector<AttributeRead> reads{{"AXRole", {}}, {"AXSubrole", {}}, {"AXFrame", {}}};
+  if (!keepOut) reads.insert(reads.end(), {{"AXSelectedTextRange", {}}, {"AXNumberOfCharacters", {}}});
+  const auto values = element.read(reads);
+
+  FieldState state;
+  state.role = valueAs<std::string>(values[0]).value_or("");
+  state.isSecure =
+      keepOut || isSecureRole(state.role) || isSecureRole(valueAs<std::string>(values[1]).value_or(""));
+  state.frame = valueAs<TopLeftRect>(values[2]);
+  if (!keepOut) {
+    state.selection = valueAs<TextRange>(values[3]);
+    if (const auto count = valueAs<double>(values[4]))
+      state.characterCount = static_cast<std::int64_t>(*count);
+  }
+  if (state.selection && state.selection->location < 0) state.selection->location = 0;
+  state.takesText = takesText(element, state.role);
+  return state;
+}
+
+FieldText FieldTextReader::read(const AXElement& element, const FieldState& state) {
+  const TextRange selection = state.selection.value_or(TextRange{});
+  const std::int64_t caret = selection.location;
+  const TextRange before = rangeBefore(selection), after = rangeAfter(selection, state.characterCount);
+  const bool atStart = caret == 0, atEnd = state.characterCount && caret >= *state.characterCount;
+  const bool wraps = state.role == "AXTextArea";
+
+  TextBatch batch;
+  const auto beforeAt = batch.add("AXStringForRange", before), afterAt = batch.add("AXStringForRange", after);
+  const auto emptyAt = batch.add("AXBoundsForRange", {caret, 0});
+  const auto previousAt = atStart ? 0 : batch.add("AXBoundsForRange", {caret - 1, 1});
+  const auto nextAt = atEnd ? 0 : batch.add("AXBoundsForRange", {caret, 1});
+  const auto fontAt = batch.add("AXFontForRange", {atStart ? 0 : caret - 1, 1});
+  const bool guessed = wraps && isKnown(element);
+  const auto lineAt = guessed ? batch.add("AXBoundsForRange", {paragraph_.start, 1}) : 0;
+  const auto values = element.read(batch.reads);
+
+  const std::string textBefore = textFrom(element, values[beforeAt], before);
+  FieldText text;
+  text.before = endOfText(textBefore);
+  text.after = startOfText(textFrom(element, values[afterAt], after));
+  text.boxes.emptyRange = valueAs<TopLeftRect>(values[emptyAt]);
+  if (!atStart) text.boxes.previousCharacter = valueAs<TopLeftRect>(values[previousAt]);
+  if (!atEnd) text.boxes.nextCharacter = valueAs<TopLeftRect>(values[nextAt]);
+  text.font = valueAs<TextFont>(values[fontAt]).value_or(TextFont{});
+
+  const auto start = wraps ? paragraphStart(textBefore, caret) : std::nullopt;
+  if (!start) return text;
+  const bool right = guessed && *start == paragraph_.start;
+  text.lineStartX = leftEdge(
+      right ? values[lineAt] : element.value({"AXBoundsForRange", TextRange{*start, 1}}), state.frame);
+  paragraph_ = {element, *start};
+  return text;
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,51 @@
+#include "replay/replay.h"
+
+#include "replay/replay_commands.h"
+
+namespace nimbletype {
+namespace {
+
+Json parsed(const std::string& text) {
+  Json line = Json::parse(text, nullptr, false);
+  if (line.is_discarded()) throw LineError("it is not valid JSON");
+  if (!line.is_object()) throw LineError("it is not a JSON object");
+  return line;
+}
+
+void runLine(const std::string& text, ScriptedDesktop& desktop, std::vector<std::string>& unread) {
+  const Json line = parsed(text);
+  LineReader reader(line);
+  const std::string kind = reader.requiredText("t");
+  const ReplayCommand command = replayCommand(kind);
+  if (!command) throw LineError("nothing is known about \"" + kind + "\"");
+  command(reader, desktop);
+  desktop.field.deliverChanges();
+  unread = reader.unread();
+}
+
+bool isSkipped(const std::string& text) {
+  const auto start = text.find_first_not_of(" \t\r");
+  return start == std::string::npos || text[start] == '#';
+}
+
+}  // namespace
+
+int runReplay(std::istream& input, std::ostream& output, std::ostream& errors) {
+  ScriptedDesktop desktop(output);
+  std::string text;
+  for (int number = 1; std::getline(input, text); ++number) {
+    if (isSkipped(text)) continue;
+    std::vector<std::string> unread;
+    try {
+      runLine(text, desktop, unread);
+    } catch (const LineError& error) {
+      errors << "line " << number << ": " << error.what() << '\n';
+      return 2;
+    }
+    for (const std::string& name : unread)
+      errors << "line " << number << ": \"" << name << "\" is not known here and was left out\n";
+  }
+  return 0;
+}
+
+}  // namespace nimbletype

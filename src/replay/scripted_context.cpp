@@ -1,0 +1,16 @@
+#include "replay/scripted_context.h"
+
+#include "text/date_format.h"
+
+namespace nimbletype {
+
+PromptContext ScriptedContext::gather(const FieldSnapshot& snapshot) {
+  PromptContext context = gathered;
+  context.appName = snapshot.appName;
+  context.windowTitle = windowTitle.value_or(snapshot.windowTitle.value_or(""));
+  context.domain = domain.value_or(snapshot.domain.value_or(""));
+  context.now = text::longDate(loop_.wallNow(), locale, timeZone);
+  return context;
+}
+
+}  // namespace nimbletype

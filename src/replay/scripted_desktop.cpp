@@ -1,0 +1,44 @@
+#include "replay/scripted_desktop.h"
+
+namespace nimbletype {
+namespace {
+
+std::string_view name(Status::Case state) {
+  constexpr std::string_view names[] = {"idle", "waiting", "thinking", "showing", "blocked", "failed"};
+  return names[static_cast<std::size_t>(state)];
+}
+
+std::vector<std::unique_ptr<CompletionProvider>> makeProviders(ScriptedDesktop& desktop) {
+  std::vector<std::unique_ptr<CompletionProvider>> providers;
+  for (EngineKind kind : {EngineKind::builtIn, EngineKind::apple, EngineKind::ollama, EngineKind::openAI})
+    providers.push_back(
+        std::make_unique<ScriptedProvider>(kind, desktop.replies, desktop.output, desktop.engineStatus));
+  return providers;
+}
+
+}  // namespace
+
+Json statusFields(const Status& status) { return {{"case", name(status.state)}, {"label", status.label()}}; }
+
+ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
+    : output(stream, loop),
+      field(output),
+      context(loop),
+      replies(loop, output),
+      prefs(defaults),
+      rules(prefs, rulesFile, loop, log),
+      hub(makeProviders(*this)),
+      typo(spellChecker),
+      ghost(output),
+      engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}),
+      keyTap(eventTap, log),
+      keys(keyTap, engine, prefs) {
+  log.onLine = [this](const RecordingLog::Line& line) {
+    output.print("log", {{"category", line.category}, {"message", line.message}});
+  };
+  engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
+  engine.setSource(field);
+  keyTap.start();
+}
+
+}  // namespace nimbletype

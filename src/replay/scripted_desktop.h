@@ -1,0 +1,57 @@
+#pragma once
+#include <memory>
+
+#include "core/app/key_router.h"
+#include "core/completion/completion_engine.h"
+#include "core/settings/preferences.h"
+#include "input/key_tap.h"
+#include "platform/scripted/memory_defaults_store.h"
+#include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/recording_log.h"
+#include "platform/scripted/scripted_event_tap.h"
+#include "platform/scripted/scripted_power.h"
+#include "platform/scripted/scripted_screens.h"
+#include "platform/scripted/scripted_secure_input.h"
+#include "platform/scripted/scripted_spell_checker.h"
+#include "replay/printing_ghost.h"
+#include "replay/scripted_context.h"
+#include "replay/scripted_field.h"
+#include "replay/scripted_provider.h"
+
+namespace nimbletype {
+
+// A status as it is printed.
+Json statusFields(const Status& status);
+
+// A desktop that is nothing but a script, with the real core on it: everything that a user or the desktop would
+// notice is printed.
+class ScriptedDesktop {
+ public:
+  explicit ScriptedDesktop(std::ostream& stream);
+
+  VirtualMainLoop loop;
+  ReplayOutput output;
+  MemoryDefaultsStore defaults;
+  MemoryFileStore rulesFile;
+  RecordingLog log;
+  ScriptedPower power;
+  ScriptedSecureInput secureInput;
+  ScriptedSpellChecker spellChecker;
+  ScriptedScreens screens;
+  ScriptedEventTap eventTap;
+  ScriptedField field;
+  ScriptedContext context;
+  ReplyQueue replies;
+  std::optional<ProviderStatus> engineStatus;
+
+  Preferences prefs;
+  AppRules rules;
+  ProviderHub hub;
+  TypoChecker typo;
+  PrintingGhost ghost;
+  CompletionEngine engine;
+  KeyTap keyTap;
+  KeyRouter keys;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,71 @@
+#include "replay/scripted_provider.h"
+
+#include <utility>
+
+namespace nimbletype {
+
+void ReplyQueue::add(ScriptedReply reply) {
+  replies_.push_back(std::move(reply));
+  if (auto running = std::exchange(unanswered_, nullptr)) {
+    running->lateReply = take();
+    answer(running, *running->lateReply);
+  }
+}
+
+std::optional<ScriptedReply> ReplyQueue::take() {
+  if (replies_.empty()) return std::nullopt;
+  ScriptedReply& next = replies_.front();
+  ScriptedReply taken = next;
+  taken.times = 1;
+  if (next.times == 1) replies_.pop_front();
+  else if (next.times > 1) --next.times;
+  return taken;
+}
+
+Task ReplyQueue::request(CompletionProvider::ResultHandler done) {
+  auto running = std::make_shared<Running>();
+  running->done = std::move(done);
+  if (auto reply = take()) answer(running, *reply);
+  else unanswered_ = running;
+  return Task([this, running] { cancelled(running); });
+}
+
+void ReplyQueue::answer(const std::shared_ptr<Running>& running, const ScriptedReply& reply) {
+  running->timer = loop_.after(reply.after, [running, result = reply.result] {
+    running->lateReply.reset();
+    if (auto done = std::exchange(running->done, nullptr)) done(result);
+  });
+}
+
+void ReplyQueue::cancelled(const std::shared_ptr<Running>& running) {
+  if (!std::exchange(running->done, nullptr)) return;
+  running->timer.cancel();
+  if (unanswered_ == running) unanswered_.reset();
+  if (auto reply = std::exchange(running->lateReply, std::nullopt)) replies_.push_front(*std::move(reply));
+  output_.print("cancel", Json::object());
+}
+
+PromptStyle ScriptedProvider::promptStyle() const {
+  return kind_ == EngineKind::apple ? PromptStyle::instruct : PromptStyle::raw;
+}
+
+Task ScriptedProvider::complete(const CompletionRequest& request, PartialHandler, ResultHandler done) {
+  output_.print("request", {{"engine", rawValue(kind_)},
+                            {"model", request.model},
+                            {"maxTokens", request.maxTokens},
+                            {"temperature", request.temperature},
+                            {"stop", request.stop},
+                            {"healLast", request.healLast},
+                            {"spaceTyped", request.spaceTyped},
+                            {"instructions", request.instructions},
+                            {"prompt", request.prompt},
+                            {"rawPrompt", request.rawPrompt}});
+  return replies_.request(std::move(done));
+}
+
+Task ScriptedProvider::status(StatusHandler done) {
+  done(status_.value_or(ProviderStatus::good("Ready")));
+  return {};
+}
+
+}  // namespace nimbletype
