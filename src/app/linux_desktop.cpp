@@ -1,0 +1,24 @@
+#include "app/linux_desktop.h"
+
+#include "platform/linux/linux_paths.h"
+#include "platform/linux/x11_overlay_hints.h"
+
+namespace nimbletype {
+
+LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
+    : log_(verbose),
+      eventTap_(loop_),
+      eventPoster_(loop_, [this] { return eventTap_.markWindow(); }),
+      ghostSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),
+      spellChecker_(loop_, {}),
+      defaultsFile_(dataFolder() / "settings.json"),
+      rulesFile_(dataFolder() / "rules.json"),
+      defaults_(defaultsFile_, loop_, log_),
+      model_(std::move(modelFile)) {}
+
+Ports LinuxDesktop::ports() {
+  return {loop_,    log_,         accessibility_, workspace_, eventTap_,     eventPoster_, secureInput_, screens_,
+          fontMetrics_, ghostSurface_, power_,    spellChecker_, defaults_, rulesFile_,   model_,       {userFullName(), {}, {}}};
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,45 @@
+#pragma once
+#include "core/app/app_model.h"
+#include "platform/linux/atomic_file.h"
+#include "platform/linux/atspi_accessibility.h"
+#include "platform/linux/hunspell_spell_checker.h"
+#include "platform/linux/json_defaults_store.h"
+#include "platform/linux/stderr_log.h"
+#include "platform/linux/upower_source.h"
+#include "platform/linux/x11_secure_input.h"
+#include "platform/linux/x11_workspace.h"
+#include "platform/linux/xcb_event_poster.h"
+#include "platform/linux/xcb_event_tap.h"
+#include "platform/qt/qt_font_metrics.h"
+#include "platform/qt/qt_main_loop.h"
+#include "platform/qt/qt_overlay_surface.h"
+#include "platform/qt/qt_screens.h"
+
+namespace nimbletype {
+
+// All adapters of the Linux desktop. Needs a running QGuiApplication on an X11 display.
+class LinuxDesktop {
+ public:
+  LinuxDesktop(std::optional<std::string> modelFile, bool verbose);
+  Ports ports();
+  MainLoop& loop() { return loop_; }
+
+ private:
+  StderrLog log_;
+  QtMainLoop loop_;
+  AtspiAccessibility accessibility_;
+  X11Workspace workspace_;
+  XcbEventTap eventTap_;
+  XcbEventPoster eventPoster_;
+  X11SecureInput secureInput_;
+  QtScreens screens_;
+  QtFontMetrics fontMetrics_;
+  QtOverlaySurface ghostSurface_;
+  UPowerSource power_;
+  HunspellSpellChecker spellChecker_;
+  AtomicFile defaultsFile_, rulesFile_;
+  JsonDefaultsStore defaults_;
+  NamedModel model_;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,124 @@
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "core/app/app_model.h"
+#include "platform/mac/mac_accessibility.h"
+#include "platform/mac/mac_defaults_store.h"
+#include "platform/mac/mac_event_poster.h"
+#include "platform/mac/mac_event_tap.h"
+#include "platform/mac/mac_file_store.h"
+#include "platform/mac/mac_font_metrics.h"
+#include "platform/mac/mac_main_loop.h"
+#include "platform/mac/mac_overlay_surface.h"
+#include "platform/mac/mac_power_source.h"
+#include "platform/mac/mac_screens.h"
+#include "platform/mac/mac_secure_input.h"
+#include "platform/mac/mac_spell_checker.h"
+#include "platform/mac/mac_system_log.h"
+#include "platform/mac/mac_text.h"
+#include "platform/mac/mac_workspace.h"
+
+namespace {
+
+using namespace nimbletype;
+
+constexpr Milliseconds trustPoll{1000};
+
+NSString* defaultsDomain() {
+  NSString* bundle = NSBundle.mainBundle.bundleIdentifier;
+  return bundle ? bundle : @"com.moravelle.nimbletype";
+}
+
+// The file that the environment names, else the one in the bundle.
+std::optional<std::string> modelPath() {
+  NSString* named = NSProcessInfo.processInfo.environment[@"NIMBLETYPE_MODEL"];
+  if (named.length > 0) return utf8String(named);
+  NSString* bundled = [NSBundle.mainBundle pathForResource:@"starter-q8_0" ofType:@"gguf"];
+  if (!bundled) return std::nullopt;
+  return utf8String(bundled);
+}
+
+UserIdentity currentUser() {
+  return {utf8String(NSFullUserName()), utf8String(NSLocale.currentLocale.localeIdentifier),
+          utf8String(NSTimeZone.localTimeZone.name)};
+}
+
+// The adapters, and over them the model.
+class Application {
+ public:
+  // Neither tap nor fields can be had before the user trusts this application.
+  void start() {
+    if (!accessibility_.isTrusted()) accessibility_.askForTrust();
+    startOnceTrusted();
+  }
+
+ private:
+  void startOnceTrusted() {
+    if (accessibility_.isTrusted())
+      model_.start();
+    else
+      trust_ = loop_.after(trustPoll, [this] { startOnceTrusted(); });
+  }
+
+  MacMainLoop loop_;
+  MacSystemLog log_;
+  MacAccessibility accessibility_;
+  MacWorkspace workspace_;
+  MacEventTap eventTap_{log_};
+  MacEventPoster eventPoster_;
+  MacSecureInput secureInput_;
+  MacScreens screens_;
+  MacFontMetrics fontMetrics_;
+  MacOverlaySurface ghostSurface_;
+  MacPowerSource power_;
+  MacSpellChecker spellChecker_;
+  MacDefaultsStore defaults_{defaultsDomain()};
+  MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
+  NamedModel modelFile_{modelPath()};
+  AppModel model_{{.loop = loop_,
+                   .log = log_,
+                   .accessibility = accessibility_,
+                   .workspace = workspace_,
+                   .eventTap = eventTap_,
+                   .eventPoster = eventPoster_,
+                   .secureInput = secureInput_,
+                   .screens = screens_,
+                   .fontMetrics = fontMetrics_,
+                   .ghostSurface = ghostSurface_,
+                   .power = power_,
+                   .spellChecker = spellChecker_,
+                   .defaults = defaults_,
+                   .rulesFile = rulesFile_,
+                   .model = modelFile_,
+                   .user = currentUser()}};
+  Task trust_;
+};
+
+}  // namespace
+
+@interface NimbletypeDelegate : NSObject <NSApplicationDelegate>
+@end
+
+@implementation NimbletypeDelegate {
+  std::unique_ptr<Application> _application;
+}
+- (void)applicationDidFinishLaunching:(NSNotification*)__unused notification {
+  _application = std::make_unique<Application>();
+  _application->start();
+}
+- (void)applicationWillTerminate:(NSNotification*)__unused notification {
+  _application.reset();
+}
+@end
+
+int main() {
+  @autoreleasepool {
+    NSApplication* application = NSApplication.sharedApplication;
+    NimbletypeDelegate* delegate = [NimbletypeDelegate new];
+    application.delegate = delegate;
+    [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    [application run];
+  }
+  return 0;
+}
