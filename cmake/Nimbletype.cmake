@@ -45,13 +45,19 @@ function(nimbletype_program name)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} nimbletype_flags)
 endfunction()
 
-# nimbletype_test(NAME SOURCES ... LINKS ...): one GoogleTest program a folder, its cases found when tests run.
+# nimbletype_test(NAME SOURCES ... LINKS ... [LABEL desktop]): one GoogleTest program a folder, its cases found when
+# tests run. Tests of portable code are labelled "core", those that need adapters "adapters", those that need a
+# display "desktop"; the target portable_tests builds the first kind alone.
+add_custom_target(portable_tests)
 function(nimbletype_test name)
   cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINKS" ${ARGN})
   nimbletype_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-  if(NOT ARG_LABEL)
+  if(NOT ARG_LABEL AND ARG_LINKS MATCHES "nimbletype_(linux|qt|test_keyboard)")
+    set(ARG_LABEL adapters)
+  elseif(NOT ARG_LABEL)
     set(ARG_LABEL core)
+    add_dependencies(portable_tests ${name})
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300)

@@ -17,4 +17,34 @@ quietly() {
 llama_version=0.5.0
 # Built for this processor's own instructions, so a cache that moves to another machine must not be reused.
 cpu_key=$({ uname -m; grep -m1 -E '^(flags|Features)' /proc/cpuinfo || true; } | sha256sum | cut -c1-8)
-llama_prefix=$cache/llama-$llama_version-$cpu_key
+# r2: the second recipe of the build.
+llama_prefix=$cache/llama-$llama_version-$cpu_key-r2
+
+starter_model=$top/models/starter/starter-q8_0.gguf
+
+# configure PRESET [OPTION...]: the build folder build/PRESET, with the cached llama.cpp unless one is installed.
+configure() {
+  local preset=$1; shift
+  quietly "$top/build/$preset/configure.log" cmake -S "$top" --preset "$preset" -DCMAKE_PREFIX_PATH="$llama_prefix" "$@"
+}
+
+# build PRESET [TARGET...]
+build() {
+  local preset=$1; shift
+  quietly "$top/build/$preset/build.log" cmake --build "$top/build/$preset" ${1:+--target "$@"}
+}
+
+# The programs users run, in build/release/bin.
+build_programs() {
+  say "building (release)"
+  configure release -DNIMBLETYPE_TESTS=OFF -DNIMBLETYPE_BENCH=OFF
+  build release
+}
+
+# run_demo OUT_DIR EDITOR [OPTION...]: the whole road from key press to accepted text, on a private desktop.
+run_demo() {
+  local out=$1 editor=$2; shift 2
+  mkdir -p "$out"
+  "$top/tests/support/with_desktop.sh" "$top/build/release/bin/nimbletype-demo" \
+    --app "$top/build/release/bin/nimbletype" --model "$starter_model" --editor "$editor" --out "$out" "$@"
+}

@@ -17,8 +17,10 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       model_(std::move(modelFile)) {}
 
 Ports LinuxDesktop::ports() {
-  return {loop_,    log_,         accessibility_, workspace_, eventTap_,     eventPoster_, secureInput_, screens_,
-          fontMetrics_, ghostSurface_, power_,    spellChecker_, defaults_, rulesFile_,   model_,       {userFullName(), {}, {}}};
+  return {loop_,        log_,          accessibility_, workspace_,
+          eventTap_,    eventPoster_,  secureInput_,   screens_,
+          fontMetrics_, ghostSurface_, power_,         spellChecker_,
+          defaults_,    rulesFile_,    model_,         {userFullName(), {}, {}}};
 }
 
 }  // namespace nimbletype

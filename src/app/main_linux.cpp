@@ -43,7 +43,8 @@ Options readOptions(const QCoreApplication& app) {
 QString lockPath() {
   QString display = qEnvironmentVariable("DISPLAY");
   display.replace('/', '_');
-  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/nimbletype-" + display + ".lock";
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/nimbletype-" + display +
+         ".lock";
 }
 
 }  // namespace
@@ -72,7 +73,8 @@ int main(int argc, char** argv) {
   std::optional<nimbletype::StageTrace> trace;
   if (const auto path = environment("NIMBLETYPE_TRACE")) trace.emplace(path->c_str(), model.engine());
   const bool tapRunning = model.start();
-  std::printf("Nimbletype is ready%s.\n", tapRunning ? "" : ", but the keys that take suggestions are not to be had");
+  std::printf("Nimbletype is ready%s.\n",
+              tapRunning ? "" : ", but the keys that take suggestions are not to be had");
   std::fflush(stdout);
   return QGuiApplication::exec();
 }

@@ -10,7 +10,8 @@ const char* name(CompletionEngine::Stage stage) {
 
 }  // namespace
 
-StageTrace::StageTrace(const char* path, CompletionEngine& engine) : file_(std::fopen(path, "w"), std::fclose) {
+StageTrace::StageTrace(const char* path, CompletionEngine& engine)
+    : file_(std::fopen(path, "w"), std::fclose) {
   if (!file_) return;
   std::setvbuf(file_.get(), nullptr, _IOLBF, 0);
   engine.onStage([this](CompletionEngine::Stage stage) {

@@ -6,8 +6,8 @@
 
 namespace nimbletype {
 
-// Writes when the engine reached which step to a file, one line each: microseconds of the monotonic clock, a blank,
-// the step. For measuring the road from key press to ghost from outside.
+// Writes when the engine reached which step to a file, one line each: microseconds of the monotonic clock, a
+// blank, the step. For measuring the road from key press to ghost from outside.
 class StageTrace {
  public:
   StageTrace(const char* path, CompletionEngine& engine);

@@ -28,8 +28,8 @@ struct TextFont {
 };
 
 // An element, text marker or marker range of another application, known only to the adapter that made it.
-// Identity: two handles denote the same thing exactly when `same` says so; `hash` agrees with it and is stable
-// for the life of the thing.
+// Identity: two handles denote the same thing exactly when `same` says so; `hash` agrees with it and is
+// stable for the life of the thing.
 class AccessibilityObject {
  public:
   virtual ~AccessibilityObject() = default;
@@ -43,16 +43,17 @@ using AttributeValue =
     std::variant<std::monostate, bool, double, std::string, TextRange, TopLeftRect, TextFont, ObjectRef>;
 
 // One attribute read. Without a parameter it is a plain attribute such as "AXRole"; with one it is
-// parameterised, such as "AXBoundsForRange" (TextRange → TopLeftRect), "AXStringForRange" (TextRange → string),
-// "AXFontForRange" (TextRange → TextFont, taken from the attributed string there) or a text-marker attribute
-// (ObjectRef). "AXFrame" answers position and size as one TopLeftRect. "AXIsSettable:NAME" answers a bool.
+// parameterised, such as "AXBoundsForRange" (TextRange → TopLeftRect), "AXStringForRange" (TextRange →
+// string), "AXFontForRange" (TextRange → TextFont, taken from the attributed string there) or a text-marker
+// attribute (ObjectRef). "AXFrame" answers position and size as one TopLeftRect. "AXIsSettable:NAME" answers
+// a bool.
 struct AttributeRead {
   std::string attribute;
   std::variant<std::monostate, TextRange, ObjectRef> parameter;
 };
 
-// Reading other applications' user interface. Main thread only; no call re-enters the main loop and none takes
-// longer than `messagingTimeout`.
+// Reading other applications' user interface. Main thread only; no call re-enters the main loop and none
+// takes longer than `messagingTimeout`.
 class Accessibility {
  public:
   static constexpr double messagingTimeout = 0.25;  // seconds
@@ -63,7 +64,8 @@ class Accessibility {
   virtual ObjectRef application(std::int64_t processID) = 0;
 
   // Reads all at once: returns when all are answered or the time-out has passed, one value for each read.
-  virtual std::vector<AttributeValue> read(const ObjectRef& element, std::span<const AttributeRead> reads) = 0;
+  virtual std::vector<AttributeValue> read(const ObjectRef& element,
+                                           std::span<const AttributeRead> reads) = 0;
 
   // Writes an attribute, such as "AXSelectedText" or "AXManualAccessibility"; false when the element refused.
   virtual bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) = 0;

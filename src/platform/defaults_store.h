@@ -17,7 +17,8 @@ struct DataValue {
 // Types are kept: a bool never reads back as a number, an int never as a double.
 using DefaultsValue = std::variant<bool, std::int64_t, double, std::string, DataValue>;
 
-// The user's settings, key by key. Writes are on disk, whole, before they return or soon after. Main thread only.
+// The user's settings, key by key. Writes are on disk, whole, before they return or soon after. Main thread
+// only.
 class DefaultsStore {
  public:
   virtual ~DefaultsStore() = default;

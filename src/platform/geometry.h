@@ -11,8 +11,8 @@ struct TopLeftRect {
   bool operator==(const TopLeftRect&) const = default;
 };
 
-// A rectangle in points of the overlay space: origin at the bottom left of the main screen, y growing upwards.
-// `x`, `y` name its bottom left corner.
+// A rectangle in points of the overlay space: origin at the bottom left of the main screen, y growing
+// upwards. `x`, `y` name its bottom left corner.
 struct BottomLeftRect {
   double x = 0, y = 0, width = 0, height = 0;
   double right() const { return x + width; }

@@ -17,7 +17,8 @@ struct ModifierSet {
 // Virtual key codes that the product names; the numbering is that of the Mac on every desktop.
 namespace key {
 inline constexpr std::uint16_t v = 9, tab = 48, space = 49, aboveTab = 50, deleteBack = 51, escape = 53,
-                               returnKey = 36, leftArrow = 123, rightArrow = 124, downArrow = 125, upArrow = 126;
+                               returnKey = 36, leftArrow = 123, rightArrow = 124, downArrow = 125,
+                               upArrow = 126;
 }
 
 // A stored shortcut.

@@ -4,8 +4,8 @@
 
 namespace nimbletype {
 
-// Owner of one deferred or asynchronous job. Destroying or replacing it cancels the job: its callback is never
-// called afterwards. Main thread only.
+// Owner of one deferred or asynchronous job. Destroying or replacing it cancels the job: its callback is
+// never called afterwards. Main thread only.
 class Task {
  public:
   Task() = default;

@@ -6,7 +6,9 @@ namespace {
 [[noreturn]] void wrongType(const char* name, const char* type) {
   throw LineError(std::string("\"") + name + "\" must be " + type);
 }
-[[noreturn]] void missing(const char* name) { throw LineError(std::string("\"") + name + "\" is missing"); }
+[[noreturn]] void missing(const char* name) {
+  throw LineError(std::string("\"") + name + "\" is missing");
+}
 
 }  // namespace
 
@@ -32,7 +34,8 @@ std::optional<std::int64_t> LineReader::integer(const char* name, std::int64_t l
   const Json* found = value(name, "a whole number", &Json::is_number_integer);
   if (!found) return std::nullopt;
   const auto number = found->get<std::int64_t>();
-  if (number < least) throw LineError(std::string("\"") + name + "\" must not be below " + std::to_string(least));
+  if (number < least)
+    throw LineError(std::string("\"") + name + "\" must not be below " + std::to_string(least));
   return number;
 }
 

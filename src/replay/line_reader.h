@@ -15,8 +15,8 @@ struct LineError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Reads one line's fields, each of one type; a value of another type is a LineError. `null` and a missing field are
-// told apart where that matters.
+// Reads one line's fields, each of one type; a value of another type is a LineError. `null` and a missing
+// field are told apart where that matters.
 class LineReader {
  public:
   explicit LineReader(const Json& line) : line_(line) {}

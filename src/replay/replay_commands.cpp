@@ -13,7 +13,8 @@ namespace {
 
 void set(LineReader& line, ScriptedDesktop& desktop) {
   const std::string key = line.requiredText("key");
-  if (const auto done = setFromJson(desktop.prefs, key, line.json("value")); !done) throw LineError(done.error());
+  if (const auto done = setFromJson(desktop.prefs, key, line.json("value")); !done)
+    throw LineError(done.error());
 }
 
 void reset(LineReader&, ScriptedDesktop& desktop) {
@@ -32,7 +33,8 @@ std::optional<Enum> choice(LineReader& line, const char* name) {
 
 std::string ruleKey(LineReader& line) {
   const std::string key = line.requiredText("key");
-  if (!isRuleKey(key)) throw LineError("\"" + key + "\" is no rule key: it must begin with \"app:\" or \"web:\"");
+  if (!isRuleKey(key))
+    throw LineError("\"" + key + "\" is no rule key: it must begin with \"app:\" or \"web:\"");
   return key;
 }
 
@@ -49,19 +51,24 @@ void rule(LineReader& line, ScriptedDesktop& desktop) {
   desktop.rules.setRule(key, rule);
 }
 
-bool isEverywhere(LineReader& line) { return line.requiredText("key") == "*"; }
+bool isEverywhere(LineReader& line) {
+  return line.requiredText("key") == "*";
+}
 
 void pause(LineReader& line, ScriptedDesktop& desktop) {
   const auto seconds = line.integer("seconds");
   if (isEverywhere(line))
-    return desktop.rules.pauseEverywhere(seconds ? std::optional(std::chrono::seconds(*seconds)) : std::nullopt);
+    return desktop.rules.pauseEverywhere(seconds ? std::optional(std::chrono::seconds(*seconds))
+                                                 : std::nullopt);
   if (!seconds) throw LineError("\"seconds\" must be a whole number unless everything is paused");
   desktop.rules.pause(ruleKey(line), std::chrono::seconds(*seconds));
 }
 
 void resume(LineReader& line, ScriptedDesktop& desktop) {
-  if (isEverywhere(line)) desktop.rules.resumeEverywhere();
-  else desktop.rules.resume(ruleKey(line));
+  if (isEverywhere(line))
+    desktop.rules.resumeEverywhere();
+  else
+    desktop.rules.resume(ruleKey(line));
 }
 
 void type(LineReader& line, ScriptedDesktop& desktop) {
@@ -86,16 +93,21 @@ void pressKey(LineReader& line, ScriptedDesktop& desktop) {
   desktop.output.print("key", {{"keyCode", keyCode}, {"modifiers", modifiers}, {"used", used}});
 }
 
-void pointer(LineReader&, ScriptedDesktop& desktop) { desktop.eventTap.pointer(); }
+void pointer(LineReader&, ScriptedDesktop& desktop) {
+  desktop.eventTap.pointer();
+}
 
 void reply(LineReader& line, ScriptedDesktop& desktop) {
   ScriptedReply reply;
   const auto text = line.text("text"), error = line.text("error");
   const auto candidates = line.texts("candidates");
   if (!text && !error && !candidates) throw LineError("a reply needs \"text\", \"error\" or \"candidates\"");
-  if (error) reply.result = std::unexpected(ProviderError{*error});
-  else if (text) reply.result = Completion{*text, {}};
-  else reply.result = Completion{candidates->empty() ? "" : candidates->front(), {}};
+  if (error)
+    reply.result = std::unexpected(ProviderError{*error});
+  else if (text)
+    reply.result = Completion{*text, {}};
+  else
+    reply.result = Completion{candidates->empty() ? "" : candidates->front(), {}};
   reply.after = Milliseconds(line.integer("afterMs").value_or(50));
   reply.times = line.integer("times").value_or(1);
   desktop.replies.add(std::move(reply));
@@ -105,9 +117,15 @@ void advance(LineReader& line, ScriptedDesktop& desktop) {
   desktop.loop.advance(Milliseconds(line.requiredInteger("ms")));
 }
 
-void suggestNow(LineReader&, ScriptedDesktop& desktop) { desktop.engine.suggestNow(); }
-void toggleApp(LineReader&, ScriptedDesktop& desktop) { desktop.engine.toggleApp(); }
-void toggleGlobal(LineReader&, ScriptedDesktop& desktop) { desktop.engine.toggleGlobal(); }
+void suggestNow(LineReader&, ScriptedDesktop& desktop) {
+  desktop.engine.suggestNow();
+}
+void toggleApp(LineReader&, ScriptedDesktop& desktop) {
+  desktop.engine.toggleApp();
+}
+void toggleGlobal(LineReader&, ScriptedDesktop& desktop) {
+  desktop.engine.toggleGlobal();
+}
 
 Json storedSettings(const ScriptedDesktop& desktop) {
   Json stored = Json::object();
@@ -120,10 +138,14 @@ Json storedSettings(const ScriptedDesktop& desktop) {
 void show(LineReader& line, ScriptedDesktop& desktop) {
   const std::string what = line.requiredText("what");
   Json value;
-  if (what == "status") value = statusFields(desktop.engine.status());
-  else if (what == "rules") value = desktop.rules.json();
-  else if (what == "settings") value = storedSettings(desktop);
-  else throw LineError("nothing called \"" + what + "\" can be shown");
+  if (what == "status")
+    value = statusFields(desktop.engine.status());
+  else if (what == "rules")
+    value = desktop.rules.json();
+  else if (what == "settings")
+    value = storedSettings(desktop);
+  else
+    throw LineError("nothing called \"" + what + "\" can be shown");
   desktop.output.print("state", {{"what", what}, {"value", value}});
 }
 

@@ -18,7 +18,9 @@ std::vector<std::unique_ptr<CompletionProvider>> makeProviders(ScriptedDesktop& 
 
 }  // namespace
 
-Json statusFields(const Status& status) { return {{"case", name(status.state)}, {"label", status.label()}}; }
+Json statusFields(const Status& status) {
+  return {{"case", name(status.state)}, {"label", status.label()}};
+}
 
 ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
     : output(stream, loop),

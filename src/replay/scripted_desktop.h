@@ -23,8 +23,8 @@ namespace nimbletype {
 // A status as it is printed.
 Json statusFields(const Status& status);
 
-// A desktop that is nothing but a script, with the real core on it: everything that a user or the desktop would
-// notice is printed.
+// A desktop that is nothing but a script, with the real core on it: everything that a user or the desktop
+// would notice is printed.
 class ScriptedDesktop {
  public:
   explicit ScriptedDesktop(std::ostream& stream);

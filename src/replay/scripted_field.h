@@ -6,8 +6,8 @@
 
 namespace nimbletype {
 
-// The one field of a scripted desktop. What the engine inserts or deletes is in the text at once and told as an
-// ordinary change as soon as `deliverChanges` is called.
+// The one field of a scripted desktop. What the engine inserts or deletes is in the text at once and told as
+// an ordinary change as soon as `deliverChanges` is called.
 class ScriptedField : public FieldSource {
  public:
   explicit ScriptedField(ReplayOutput& output);

@@ -17,16 +17,20 @@ std::optional<ScriptedReply> ReplyQueue::take() {
   ScriptedReply& next = replies_.front();
   ScriptedReply taken = next;
   taken.times = 1;
-  if (next.times == 1) replies_.pop_front();
-  else if (next.times > 1) --next.times;
+  if (next.times == 1)
+    replies_.pop_front();
+  else if (next.times > 1)
+    --next.times;
   return taken;
 }
 
 Task ReplyQueue::request(CompletionProvider::ResultHandler done) {
   auto running = std::make_shared<Running>();
   running->done = std::move(done);
-  if (auto reply = take()) answer(running, *reply);
-  else unanswered_ = running;
+  if (auto reply = take())
+    answer(running, *reply);
+  else
+    unanswered_ = running;
   return Task([this, running] { cancelled(running); });
 }
 

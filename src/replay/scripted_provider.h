@@ -16,8 +16,8 @@ struct ScriptedReply {
   std::int64_t times = 1;  // 0: for ever
 };
 
-// Answers requests from a queue. A request that finds the queue empty is answered by the next reply that is queued
-// while it still runs; if it is cancelled before, that reply goes to the request after it.
+// Answers requests from a queue. A request that finds the queue empty is answered by the next reply that is
+// queued while it still runs; if it is cancelled before, that reply goes to the request after it.
 class ReplyQueue {
  public:
   ReplyQueue(VirtualMainLoop& loop, ReplayOutput& output) : loop_(loop), output_(output) {}

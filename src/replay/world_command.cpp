@@ -56,10 +56,9 @@ void applyContext(LineReader& line, ScriptedDesktop& desktop) {
   if (line.has("windowTitle")) context.windowTitle = line.text("windowTitle");
   if (line.has("domain")) context.domain = line.text("domain");
   PromptContext& gathered = context.gathered;
-  for (auto& [name, part] : {std::pair{"clipboard", &gathered.clipboard},
-                             std::pair{"screenText", &gathered.screenText},
-                             std::pair{"nearbyText", &gathered.nearbyText},
-                             std::pair{"recentText", &gathered.recentText}})
+  for (auto& [name, part] :
+       {std::pair{"clipboard", &gathered.clipboard}, std::pair{"screenText", &gathered.screenText},
+        std::pair{"nearbyText", &gathered.nearbyText}, std::pair{"recentText", &gathered.recentText}})
     if (line.has(name)) *part = line.text(name).value_or("");
   desktop.engine.contextChanged();
 }

@@ -110,8 +110,7 @@ class EngineTest : public testing::Test {
   AppRules rules{prefs, rulesFile, loop, log};
   ProviderHub hub{providers(provider)};
   TypoChecker typo{spelling};
-  CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
 };
 
 TEST_F(EngineTest, FastPressesNeverTakeAWordTwice) {

@@ -28,19 +28,20 @@ PromptContext everything() {
 }
 
 TEST(PromptBuilder, UserMessageHasEveryPartAtItsLength) {
-  EXPECT_EQ(userMessage(everything(), "Dear"),
-            "Context, for your guess only:\nApp: Mail\nWindow: " + times("é", 120) +
-                "…\nWebsite: example.org\nNow: Friday 7 March 2025\nThe writer's name: Kate\nAbout the writer: " +
-                times("w", 1200) + "…\nHow the writer phrases things:\n- \"short one\"\n- \"" + times("x", 220) +
-                "…\"\nRecently copied text: \"" + times("c", 500) + "…\"\nText visible on screen: \"…" +
-                times("s", 900) + "\"\nOther windows beside it:\n" + times("n", 500) +
-                "…\nWindows looked at just before:\n" + times("r", 500) +
-                "…\n\nText typed so far (it may end mid-word):\n\"\"\"\nDear\n\"\"\"\nContinue it.");
+  EXPECT_EQ(
+      userMessage(everything(), "Dear"),
+      "Context, for your guess only:\nApp: Mail\nWindow: " + times("é", 120) +
+          "…\nWebsite: example.org\nNow: Friday 7 March 2025\nThe writer's name: Kate\nAbout the writer: " +
+          times("w", 1200) + "…\nHow the writer phrases things:\n- \"short one\"\n- \"" + times("x", 220) +
+          "…\"\nRecently copied text: \"" + times("c", 500) + "…\"\nText visible on screen: \"…" +
+          times("s", 900) + "\"\nOther windows beside it:\n" + times("n", 500) +
+          "…\nWindows looked at just before:\n" + times("r", 500) +
+          "…\n\nText typed so far (it may end mid-word):\n\"\"\"\nDear\n\"\"\"\nContinue it.");
 }
 
 TEST(PromptBuilder, NoContextMeansNoContextLines) {
-  EXPECT_EQ(userMessage({}, "a" + times("b", 1500)),
-            "Text typed so far (it may end mid-word):\n\"\"\"\n" + times("b", 1500) + "\n\"\"\"\nContinue it.");
+  EXPECT_EQ(userMessage({}, "a" + times("b", 1500)), "Text typed so far (it may end mid-word):\n\"\"\"\n" +
+                                                         times("b", 1500) + "\n\"\"\"\nContinue it.");
   EXPECT_EQ(rawPrompt({}, "Dear"), "Dear");
 }
 
@@ -48,10 +49,11 @@ TEST(PromptBuilder, RawFormHasItsOwnLengths) {
   PromptContext c = everything();
   c.windowTitle = "Re: budget";
   EXPECT_EQ(rawPrompt(c, "Dear"),
-            "[Context] Mail, Re: budget, example.org\n[Now] Friday 7 March 2025\n[Writer] " + times("w", 600) +
-                "…\n[Writer's phrasing] short one\n[Writer's phrasing] " + times("x", 220) + "…\n[Copied] " +
-                times("c", 400) + "…\n[Beside it] " + times("n", 400) + "…\n[Looked at just before] " +
-                times("r", 500) + "…\n[On screen] " + times("s", 900) + "\n\nDear");
+            "[Context] Mail, Re: budget, example.org\n[Now] Friday 7 March 2025\n[Writer] " +
+                times("w", 600) + "…\n[Writer's phrasing] short one\n[Writer's phrasing] " + times("x", 220) +
+                "…\n[Copied] " + times("c", 400) + "…\n[Beside it] " + times("n", 400) +
+                "…\n[Looked at just before] " + times("r", 500) + "…\n[On screen] " + times("s", 900) +
+                "\n\nDear");
   EXPECT_TRUE(rawPrompt(everything(), "").starts_with("[Context] Mail, " + times("é", 94) + "…\n"));
 }
 

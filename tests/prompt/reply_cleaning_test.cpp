@@ -91,7 +91,8 @@ TEST(ReplyCleaning, StartsExactlyAtTheCaret) {
 }
 
 TEST(ReplyCleaning, AChatReplyMayLackItsBlank) {
-  const std::set<std::string, std::less<>> words{"any", "questions", "thing", "anything", "off", "ice", "office"};
+  const std::set<std::string, std::less<>> words{"any", "questions", "thing", "anything",
+                                                 "off", "ice",       "office"};
   const KnownWord known = [&](std::string_view word) { return words.contains(word); };
   const auto chat = [&](std::string_view before, std::string_view reply) {
     return cleanReply(reply, {before, 10, PromptStyle::instruct, known});

@@ -7,7 +7,8 @@ namespace {
 
 std::string prose(std::size_t words) {
   std::string text;
-  for (std::size_t i = 0; i < words; ++i) text += "word" + std::to_string(i % 97) + (i % 23 == 22 ? ".\n" : " ");
+  for (std::size_t i = 0; i < words; ++i)
+    text += "word" + std::to_string(i % 97) + (i % 23 == 22 ? ".\n" : " ");
   return text;
 }
 

@@ -38,8 +38,8 @@ bool includes(const json& line, const json& expected) {
   return true;
 }
 
-// A story is a replay that says in its comments what must be noticed: "#> {...}" a line with these fields, in this
-// order; "#! {...}" no such line before the next expected one.
+// A story is a replay that says in its comments what must be noticed: "#> {...}" a line with these fields, in
+// this order; "#! {...}" no such line before the next expected one.
 void tell(const fs::path& path) {
   std::ifstream file(path);
   std::stringstream script;
@@ -54,7 +54,8 @@ void tell(const fs::path& path) {
     for (; at < noticed.size(); ++at) {
       if (expected && includes(noticed[at], *expected)) break;
       for (const json& never : forbidden)
-        EXPECT_FALSE(includes(noticed[at], never)) << path << ", before line " << number << ": " << noticed[at];
+        EXPECT_FALSE(includes(noticed[at], never))
+            << path << ", before line " << number << ": " << noticed[at];
     }
     forbidden.clear();
     const bool came = !expected || at < noticed.size();
@@ -117,7 +118,8 @@ TEST(Replay, LinesThatAreNotValidEndTheRun) {
       {R"({"t":"reply"})", "line 2: a reply needs"},
   };
   for (const auto& [line, sentence] : cases) {
-    const Outcome outcome = run(std::string("{\"t\":\"field\",\"before\":\"Hello\"}\n") + line + "\n{\"t\":\"dance\"}\n");
+    const Outcome outcome =
+        run(std::string("{\"t\":\"field\",\"before\":\"Hello\"}\n") + line + "\n{\"t\":\"dance\"}\n");
     EXPECT_EQ(outcome.status, 2) << line;
     EXPECT_TRUE(outcome.errors.starts_with(sentence)) << line << " gave: " << outcome.errors;
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;

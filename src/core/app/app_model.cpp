@@ -17,7 +17,8 @@ std::vector<std::unique_ptr<CompletionProvider>> makeProviders(Ports& ports) {
 AppModel::AppModel(Ports ports)
     : ports_(std::move(ports)),
       injector_(ports_.eventPoster, ports_.accessibility, ports_.log),
-      fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log}, injector_),
+      fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log},
+                   injector_),
       keyTap_(ports_.eventTap, ports_.log),
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),

@@ -39,15 +39,16 @@ struct Ports {
   UserIdentity user;
 };
 
-// The root of the application: builds every service in a fixed order and keeps them for the life of the process.
+// The root of the application: builds every service in a fixed order and keeps them for the life of the
+// process.
 class AppModel {
  public:
   explicit AppModel(Ports ports);
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
-  // Starts following the user's typing. False when the desktop does not let the key tap start; everything else
-  // runs all the same.
+  // Starts following the user's typing. False when the desktop does not let the key tap start; everything
+  // else runs all the same.
   bool start();
 
   CompletionEngine& engine() { return engine_; }

@@ -17,7 +17,9 @@ constexpr std::string_view logCategory = "engine";
 // An application shows an insertion soon, but not at once.
 constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
 
-const char* yesNo(bool value) { return value ? "true" : "false"; }
+const char* yesNo(bool value) {
+  return value ? "true" : "false";
+}
 
 }  // namespace
 
@@ -26,7 +28,8 @@ CompletionEngine::CompletionEngine(const Services& services)
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
   for (AnySetting* setting :
        {static_cast<AnySetting*>(&s_.prefs.isEnabled), static_cast<AnySetting*>(&s_.prefs.enabledByDefault),
-        static_cast<AnySetting*>(&s_.prefs.codeEditorsEnabled), static_cast<AnySetting*>(&s_.prefs.onDemandOnly),
+        static_cast<AnySetting*>(&s_.prefs.codeEditorsEnabled),
+        static_cast<AnySetting*>(&s_.prefs.onDemandOnly),
         static_cast<AnySetting*>(&s_.prefs.completeInsideText),
         static_cast<AnySetting*>(&s_.prefs.ignoreSmallFields)})
     observations_.push_back(setting->observe([this] { reconsider(); }));
@@ -40,8 +43,10 @@ void CompletionEngine::setSource(FieldSource& source) {
 }
 
 void CompletionEngine::sourceChanged() {
-  if (auto snapshot = source_->snapshot()) fieldChanged(*snapshot);
-  else fieldLost(source_->whyNoField().value_or("no app: nothing focused"));
+  if (auto snapshot = source_->snapshot())
+    fieldChanged(*snapshot);
+  else
+    fieldLost(source_->whyNoField().value_or("no app: nothing focused"));
 }
 
 void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
@@ -63,8 +68,10 @@ void CompletionEngine::fieldLost(const std::string& reason) {
 void CompletionEngine::reconsider() {
   if (!snapshot_) return;
   const bool wasBlocked = status_.state == Status::Case::blocked;
-  if (auto reason = blockedReason()) block(*reason);
-  else if (wasBlocked) process();
+  if (auto reason = blockedReason())
+    block(*reason);
+  else if (wasBlocked)
+    process();
 }
 
 std::optional<std::string> CompletionEngine::blockedReason() {
@@ -73,9 +80,9 @@ std::optional<std::string> CompletionEngine::blockedReason() {
   // A suggestion that was asked for may be typed over and taken word by word.
   const bool forced = forceNext_ || suggestion_.has_value();
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
-  return firstGate(*snapshot_, {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(),
-                                prefs.completeInsideText.get(), prefs.ignoreSmallFields.get(), onDemand, forced,
-                                prefs.triggerKey.get()});
+  return firstGate(*snapshot_,
+                   {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(), prefs.completeInsideText.get(),
+                    prefs.ignoreSmallFields.get(), onDemand, forced, prefs.triggerKey.get()});
 }
 
 void CompletionEngine::process() {
@@ -118,8 +125,8 @@ bool CompletionEngine::keepInStep(bool ownChange) {
   const auto typed = typedOver(*suggestion_, snapshot_->before);
   if (!typed) {
     const std::size_t left = text::characterCount(suggestion_->remaining());
-    s_.log.log(logCategory,
-               "suggestion dropped: the text went another way (" + std::to_string(left) + " chars were left)");
+    s_.log.log(logCategory, "suggestion dropped: the text went another way (" + std::to_string(left) +
+                                " chars were left)");
     forgetShown();
     return false;
   }
@@ -180,15 +187,18 @@ void CompletionEngine::generate() {
   const PromptStyle style = provider->promptStyle();
   last_.prompt = style == PromptStyle::raw ? request.rawPrompt : request.prompt;
   reached(Stage::requested);
-  generation_.start(*provider, request, [this] { reached(Stage::firstText); }, [this, asked = *snapshot_, words, style](Generation::Outcome outcome) {
-    finishGeneration(asked, words, style, std::move(outcome));
-  });
+  generation_.start(
+      *provider, request, [this] { reached(Stage::firstText); },
+      [this, asked = *snapshot_, words, style](Generation::Outcome outcome) {
+        finishGeneration(asked, words, style, std::move(outcome));
+      });
 }
 
 void CompletionEngine::finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style,
                                         Generation::Outcome outcome) {
   if (!outcome.result) return setStatus(Status::failed(outcome.result.error().message));
-  if (!snapshot_ || snapshot_->fieldKey != asked.fieldKey || snapshot_->before != asked.before) return setStatus({});
+  if (!snapshot_ || snapshot_->fieldKey != asked.fieldKey || snapshot_->before != asked.before)
+    return setStatus({});
   last_.latency = outcome.took;
   last_.output = outcome.result->text;
   last_.cost = outcome.result->cost;
@@ -210,8 +220,8 @@ void CompletionEngine::showSuggestion(Suggestion suggestion) {
 }
 
 bool CompletionEngine::presentRemaining() {
-  auto content = ghostContent(*snapshot_, GhostContent::Kind::completion, std::string(suggestion_->remaining()),
-                              s_.prefs, s_.screens.mainHeight());
+  auto content = ghostContent(*snapshot_, GhostContent::Kind::completion,
+                              std::string(suggestion_->remaining()), s_.prefs, s_.screens.mainHeight());
   if (!content) {
     forgetShown();
     setStatus(Status::failed("This app doesn't report where the caret is"));
@@ -263,13 +273,20 @@ std::vector<KeyCombo> CompletionEngine::takeableKeys() const {
 
 bool CompletionEngine::keyPressed(const KeyPress& press) {
   switch (commandFor(press, s_.prefs, decision_.tabAccepts)) {
-    case KeyCommand::acceptNext: return acceptNext();
-    case KeyCommand::acceptAll: return acceptAll();
-    case KeyCommand::escape: return isShowing() && escape();
-    case KeyCommand::suggestNow: return suggestNow(), true;
-    case KeyCommand::toggleApp: return toggleApp(), true;
-    case KeyCommand::toggleGlobal: return toggleGlobal(), true;
-    case KeyCommand::none: break;
+    case KeyCommand::acceptNext:
+      return acceptNext();
+    case KeyCommand::acceptAll:
+      return acceptAll();
+    case KeyCommand::escape:
+      return isShowing() && escape();
+    case KeyCommand::suggestNow:
+      return suggestNow(), true;
+    case KeyCommand::toggleApp:
+      return toggleApp(), true;
+    case KeyCommand::toggleGlobal:
+      return toggleGlobal(), true;
+    case KeyCommand::none:
+      break;
   }
   return false;
 }
@@ -290,11 +307,10 @@ bool CompletionEngine::acceptNext() {
   if (pendingFix_) return takeFix(), true;
   if (!canAccept("accept next")) return false;
   const std::string_view rest = suggestion_->acceptable();
-  const std::string chunk(
-      nextChunk(rest, s_.prefs.trailingSpace.get(), s_.prefs.trailingPunctuation.get()));
+  const std::string chunk(nextChunk(rest, s_.prefs.trailingSpace.get(), s_.prefs.trailingPunctuation.get()));
   if (chunk.empty()) {
-    s_.log.log(logCategory,
-               "accept next: empty chunk, " + std::to_string(text::characterCount(rest)) + " chars remaining");
+    s_.log.log(logCategory, "accept next: empty chunk, " + std::to_string(text::characterCount(rest)) +
+                                " chars remaining");
     // What was taken is still on its way into the field, so the key is ours all the same.
     return suggestion_->taken > suggestion_->consumed;
   }
@@ -335,8 +351,10 @@ void CompletionEngine::takeFix() {
 void CompletionEngine::readAgain(std::size_t attempt) {
   if (attempt >= readAgainAfter.size()) return;
   readAgain_ = s_.loop.after(readAgainAfter[attempt], [this, attempt] {
-    if (auto snapshot = source_->snapshot()) fieldChanged(*snapshot);
-    else readAgain(attempt + 1);
+    if (auto snapshot = source_->snapshot())
+      fieldChanged(*snapshot);
+    else
+      readAgain(attempt + 1);
   });
 }
 
@@ -365,6 +383,8 @@ void CompletionEngine::toggleApp() {
   s_.rules.setName(key, name);
 }
 
-void CompletionEngine::toggleGlobal() { s_.rules.togglePauseEverywhere(); }
+void CompletionEngine::toggleGlobal() {
+  s_.rules.togglePauseEverywhere();
+}
 
 }  // namespace nimbletype

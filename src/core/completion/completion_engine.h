@@ -25,8 +25,8 @@
 
 namespace nimbletype {
 
-// Turns field changes and key presses into suggestions. It conducts: what it decides lies in the pure functions
-// beside it. Main thread only.
+// Turns field changes and key presses into suggestions. It conducts: what it decides lies in the pure
+// functions beside it. Main thread only.
 class CompletionEngine {
  public:
   struct Services {
@@ -97,7 +97,8 @@ class CompletionEngine {
   struct Fix {
     std::string before, word, replacement;
   };
-  // After Escape: the field that stays quiet, and the text for which it does; without a text until focus moves.
+  // After Escape: the field that stays quiet, and the text for which it does; without a text until focus
+  // moves.
   struct Suppression {
     std::string fieldKey;
     std::optional<std::string> before;
@@ -115,7 +116,8 @@ class CompletionEngine {
   bool holdTypo();
   void schedule();
   void generate();
-  void finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style, Generation::Outcome outcome);
+  void finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style,
+                        Generation::Outcome outcome);
   void showSuggestion(Suggestion suggestion);
   bool presentRemaining();
   void insert(const std::string& text);

@@ -7,8 +7,9 @@
 
 namespace nimbletype {
 
-// Keeps the gathered context for one visit to a field, so that prompts share their beginning while the user types.
-// It is gathered anew in another field, after a typing pause, and when something is known to have changed.
+// Keeps the gathered context for one visit to a field, so that prompts share their beginning while the user
+// types. It is gathered anew in another field, after a typing pause, and when something is known to have
+// changed.
 class ContextCache {
  public:
   static constexpr Milliseconds pause{3000};

@@ -38,7 +38,8 @@ std::string onDemandText(const std::optional<KeyCombo>& triggerKey) {
 
 std::optional<std::string> fieldGate(const FieldSnapshot& snapshot, const GateState& state) {
   if (snapshot.selectionLength >= 1) return "Text is selected";
-  if (!state.completeInsideText && !text::isBlank(snapshot.restOfLine())) return "The caret is inside existing text";
+  if (!state.completeInsideText && !text::isBlank(snapshot.restOfLine()))
+    return "The caret is inside existing text";
   if (!state.ignoreSmallFields && isTooSmall(snapshot)) return "This field is too small";
   if (hasFewCharacters(snapshot)) return "Waiting for a few characters";
   if (startsUnannouncedLine(snapshot)) return "Start of a new line";

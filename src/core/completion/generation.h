@@ -6,8 +6,8 @@
 
 namespace nimbletype {
 
-// One request to an engine, raced against the time an answer may take. Starting another or destroying it cancels
-// the request, and nothing is reported any more.
+// One request to an engine, raced against the time an answer may take. Starting another or destroying it
+// cancels the request, and nothing is reported any more.
 class Generation {
  public:
   static constexpr Milliseconds longest{8000};
@@ -20,7 +20,8 @@ class Generation {
 
   explicit Generation(MainLoop& loop) : loop_(loop) {}
   // `begun` is called once, when the first text is there, by engines that tell.
-  void start(CompletionProvider& provider, const CompletionRequest& request, std::function<void()> begun, Done done);
+  void start(CompletionProvider& provider, const CompletionRequest& request, std::function<void()> begun,
+             Done done);
   void cancel();
   bool isRunning() const { return running_; }
 

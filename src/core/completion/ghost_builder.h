@@ -12,7 +12,7 @@ inline constexpr int keyHintLimit = 5;
 
 // The content for a text at the snapshot's caret; none when the application does not report the caret.
 // `mainScreenHeight` is that of the screen whose origin is zero.
-std::optional<GhostContent> ghostContent(const FieldSnapshot& snapshot, GhostContent::Kind kind, std::string text,
-                                         const Preferences& prefs, double mainScreenHeight);
+std::optional<GhostContent> ghostContent(const FieldSnapshot& snapshot, GhostContent::Kind kind,
+                                         std::string text, const Preferences& prefs, double mainScreenHeight);
 
 }  // namespace nimbletype

@@ -6,7 +6,9 @@
 namespace nimbletype {
 namespace {
 
-std::string whole(double value) { return std::to_string(std::lround(value)); }
+std::string whole(double value) {
+  return std::to_string(std::lround(value));
+}
 
 std::string described(const std::optional<BottomLeftRect>& frame) {
   if (!frame) return "none";

@@ -7,7 +7,9 @@ namespace nimbletype {
 namespace {
 
 // Room for long words and for languages whose words take several tokens each.
-int tokensFor(int words) { return 2 * words + 6; }
+int tokensFor(int words) {
+  return 2 * words + 6;
+}
 
 }  // namespace
 

@@ -8,7 +8,8 @@
 
 namespace nimbletype {
 
-// The length of the next suggestion: the rule's or the general setting, shorter on battery when that is wanted.
+// The length of the next suggestion: the rule's or the general setting, shorter on battery when that is
+// wanted.
 CompletionLength lengthFor(CompletionLength wanted, bool onBattery, bool batteryShorter);
 
 // The model name a server engine is asked for; empty for engines with a model of their own.

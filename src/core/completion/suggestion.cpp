@@ -38,11 +38,16 @@ std::string plainEnd(std::string_view before, std::size_t bytes) {
 
 }  // namespace
 
-std::size_t Suggestion::length() const { return text::characterCount(text); }
-std::string_view Suggestion::after(std::size_t count) const { return text::dropFirst(text, count); }
+std::size_t Suggestion::length() const {
+  return text::characterCount(text);
+}
+std::string_view Suggestion::after(std::size_t count) const {
+  return text::dropFirst(text, count);
+}
 
 Suggestion makeSuggestion(std::string text, std::string_view before, std::string fieldKey) {
-  return {std::move(text), std::string(text::lastCharacters(before, anchorCharacters)), 0, 0, std::move(fieldKey)};
+  return {std::move(text), std::string(text::lastCharacters(before, anchorCharacters)), 0, 0,
+          std::move(fieldKey)};
 }
 
 std::optional<std::size_t> typedOver(const Suggestion& suggestion, std::string_view before) {

@@ -10,9 +10,9 @@ namespace nimbletype {
 // The continuation on screen. Counts are user-perceived characters of `text`.
 struct Suggestion {
   std::string text;
-  std::string anchorTail;   // the end of the text before the caret when the suggestion was made
-  std::size_t consumed = 0; // how many are in the field by now, typed or inserted
-  std::size_t taken = 0;    // how many were accepted; ahead of `consumed` until the field shows them
+  std::string anchorTail;    // the end of the text before the caret when the suggestion was made
+  std::size_t consumed = 0;  // how many are in the field by now, typed or inserted
+  std::size_t taken = 0;     // how many were accepted; ahead of `consumed` until the field shows them
   std::string fieldKey;
 
   std::size_t length() const;
@@ -25,12 +25,12 @@ struct Suggestion {
 // A suggestion for a caret after `before`.
 Suggestion makeSuggestion(std::string text, std::string_view before, std::string fieldKey);
 
-// How many characters of the suggestion `before` shows as typed over it: the longest match wins; none when the text
-// went another way. No-break spaces count as spaces.
+// How many characters of the suggestion `before` shows as typed over it: the longest match wins; none when
+// the text went another way. No-break spaces count as spaces.
 std::optional<std::size_t> typedOver(const Suggestion& suggestion, std::string_view before);
 
-// The next piece that one press takes from `rest`: leading whitespace, then a word or a run of signs, then what
-// the settings include.
+// The next piece that one press takes from `rest`: leading whitespace, then a word or a run of signs, then
+// what the settings include.
 std::string_view nextChunk(std::string_view rest, bool trailingSpace, bool trailingPunctuation);
 
 }  // namespace nimbletype

@@ -12,9 +12,15 @@ constexpr std::size_t tailBytes = 1200;  // a repetition longer than this is not
 bool isWordCharacter(std::string_view c) {
   return text::isLetter(c) || text::isDigit(c) || c == "'" || c == "’" || c == "_";
 }
-bool endsInWord(std::string_view s) { return !s.empty() && isWordCharacter(text::lastCharacter(s)); }
-bool startsInWord(std::string_view s) { return !s.empty() && isWordCharacter(text::firstCharacter(s)); }
-bool endsInBlank(std::string_view s) { return s.empty() || text::isWhitespace(text::lastCharacter(s)); }
+bool endsInWord(std::string_view s) {
+  return !s.empty() && isWordCharacter(text::lastCharacter(s));
+}
+bool startsInWord(std::string_view s) {
+  return !s.empty() && isWordCharacter(text::firstCharacter(s));
+}
+bool endsInBlank(std::string_view s) {
+  return s.empty() || text::isWhitespace(text::lastCharacter(s));
+}
 
 std::string_view lastWord(std::string_view s) {
   std::size_t length = 0;
@@ -38,7 +44,9 @@ std::string_view tail(std::string_view before) {
   return before.substr(at);
 }
 
-std::size_t leadingBlanks(std::string_view s) { return std::min(s.find_first_not_of(" \t"), s.size()); }
+std::size_t leadingBlanks(std::string_view s) {
+  return std::min(s.find_first_not_of(" \t"), s.size());
+}
 
 // "off" + "Office until" continues with "ice until". One letter is too little to ignore its case.
 std::size_t restartedWord(std::string_view before, std::string_view reply) {
@@ -53,7 +61,8 @@ std::string_view withoutRepetition(std::string_view before, std::string_view rep
   const std::string_view bare = reply.substr(blanks);
   std::size_t repeated = repeatedTail(before, bare);
   // After an explicit blank the reply starts a new word, so only whole repeated words count.
-  if (blanks > 0 && startsInWord(bare.substr(repeated)) && repeated > 0 && endsInWord(bare.substr(0, repeated)))
+  if (blanks > 0 && startsInWord(bare.substr(repeated)) && repeated > 0 &&
+      endsInWord(bare.substr(0, repeated)))
     repeated = 0;
   if (repeated == 0 && blanks == 0) repeated = restartedWord(before, bare);
   return repeated == 0 ? reply : bare.substr(repeated);
@@ -93,7 +102,8 @@ bool opensBracketOrQuote(std::string_view before) {
 std::size_t repeatedTail(std::string_view before, std::string_view reply) {
   if (reply.empty()) return 0;
   const std::string_view typed = tail(before);
-  for (std::size_t at = typed.find(reply[0]); at != std::string_view::npos; at = typed.find(reply[0], at + 1)) {
+  for (std::size_t at = typed.find(reply[0]); at != std::string_view::npos;
+       at = typed.find(reply[0], at + 1)) {
     const std::string_view candidate = typed.substr(at);
     if (!reply.starts_with(candidate) || text::isBlank(candidate)) continue;
     const bool insideWord = startsInWord(candidate) && endsInWord(typed.substr(0, at));

@@ -11,7 +11,9 @@ constexpr std::size_t titleLimit = 120, writerLimit = 1200, exampleLimit = 220, 
                       screenLimit = 900, windowsLimit = 500, typedLimit = 1500;
 constexpr std::size_t rawContextLimit = 100, rawWriterLimit = 600, rawCopiedLimit = 400, rawNearbyLimit = 400;
 
-std::string quoted(std::string_view s) { return '"' + std::string(s) + '"'; }
+std::string quoted(std::string_view s) {
+  return '"' + std::string(s) + '"';
+}
 
 class Lines {
  public:
@@ -70,7 +72,8 @@ std::string joinedNonEmpty(std::initializer_list<std::string_view> parts) {
 }  // namespace
 
 std::string systemPrompt(int words) {
-  return "You are the autocomplete inside a Mac text field. You get the text a person has typed so far and you "
+  return "You are the autocomplete inside a Mac text field. You get the text a person has typed so far and "
+         "you "
          "predict the words they will type next.\n"
          "Rules:\n"
          "- Reply with the continuation only. No quotes, labels, notes or explanations.\n"
@@ -84,7 +87,8 @@ std::string systemPrompt(int words) {
          "Examples of text and the reply you would give:\n"
          "Text: \"Let me know if you have any\" Reply: questions or need anything else.\n"
          "Text: \"I'll be out of the off\" Reply: ice until Monday, back on the 14th.\n"
-         "Text: \"We tried the new place on Main Street and the pasta was \" Reply: honestly the best I've had "
+         "Text: \"We tried the new place on Main Street and the pasta was \" Reply: honestly the best I've "
+         "had "
          "in years.";
 }
 
@@ -108,7 +112,8 @@ std::string userMessage(const PromptContext& context, std::string_view before) {
 
 std::string rawPrompt(const PromptContext& c, std::string_view window) {
   Lines lines;
-  lines.add("[Context] ", text::clipped(joinedNonEmpty({c.appName, c.windowTitle, c.domain}), rawContextLimit));
+  lines.add("[Context] ",
+            text::clipped(joinedNonEmpty({c.appName, c.windowTitle, c.domain}), rawContextLimit));
   lines.add("[Now] ", c.now);
   lines.add("[Writer] ", text::clipped(c.aboutWriter, rawWriterLimit));
   for (const std::string& example : c.examples)

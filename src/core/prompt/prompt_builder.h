@@ -19,9 +19,13 @@ std::string userMessage(const PromptContext& context, std::string_view before);
 std::string rawPrompt(const PromptContext& context, std::string_view window);
 
 // The labels of the raw form, as a model that echoes its prompt would write them.
-inline constexpr std::string_view rawLabels[] = {"[Context", "[Now]",       "[Writer]",
-                                                 "[Writer's phrasing]",     "[Copied]",
-                                                 "[Beside it]",             "[Looked at just before]",
+inline constexpr std::string_view rawLabels[] = {"[Context",
+                                                 "[Now]",
+                                                 "[Writer]",
+                                                 "[Writer's phrasing]",
+                                                 "[Copied]",
+                                                 "[Beside it]",
+                                                 "[Looked at just before]",
                                                  "[On screen]"};
 
 }  // namespace nimbletype

@@ -12,7 +12,8 @@ namespace {
 constexpr std::string_view reasoningStart = "<think>", reasoningEnd = "</think>";
 
 bool startsWithAny(std::string_view s, std::initializer_list<std::string_view> starts) {
-  return std::any_of(starts.begin(), starts.end(), [&](std::string_view start) { return s.starts_with(start); });
+  return std::any_of(starts.begin(), starts.end(),
+                     [&](std::string_view start) { return s.starts_with(start); });
 }
 
 std::string lowercasedStart(std::string_view s) {
@@ -71,8 +72,8 @@ std::string_view withoutQuotePair(std::string_view reply) {
 }
 
 bool isRefusal(std::string_view reply) {
-  return startsWithAny(lowercasedStart(reply), {"i'm sorry, but", "i’m sorry, but", "i can't help", "i can’t help",
-                                                "i cannot help", "as an ai"});
+  return startsWithAny(lowercasedStart(reply), {"i'm sorry, but", "i’m sorry, but", "i can't help",
+                                                "i can’t help", "i cannot help", "as an ai"});
 }
 
 std::string withSingleBlanks(std::string_view reply) {
@@ -80,8 +81,10 @@ std::string withSingleBlanks(std::string_view reply) {
   collapsed.reserve(reply.size());
   for (std::size_t i = 0; i < reply.size();) {
     const std::size_t run = std::min(reply.find_first_not_of(" \t", i), reply.size()) - i;
-    if (run >= 2) collapsed += ' ';
-    else collapsed += reply[i];
+    if (run >= 2)
+      collapsed += ' ';
+    else
+      collapsed += reply[i];
     i += std::max<std::size_t>(run, 1);
   }
   return collapsed;

@@ -4,24 +4,25 @@
 
 namespace nimbletype {
 
-// Chooses where the raw prompt's text begins. The start is an anchor in the text that moves only in large steps:
-// while the user types, prompts share their beginning, so an engine evaluates just what was added.
+// Chooses where the raw prompt's text begins. The start is an anchor in the text that moves only in large
+// steps: while the user types, prompts share their beginning, so an engine evaluates just what was added.
 class TextWindow {
  public:
   static constexpr std::size_t longest = 1500, afterStep = 1000;  // characters
 
-  // The end of `before` from the anchor on: a part of the argument, at most `longest` characters. `fieldKey` tells
-  // fields apart; another field starts anew.
+  // The end of `before` from the anchor on: a part of the argument, at most `longest` characters. `fieldKey`
+  // tells fields apart; another field starts anew.
   std::string_view of(std::string_view before, std::string_view fieldKey);
 
  private:
   std::string fieldKey_;
-  std::string head_;         // the first bytes from the anchor on, to find it again
-  std::size_t length_ = 0;   // bytes from the anchor to the caret, last time
-  bool fromStart_ = true;    // no anchor yet: the text is used from its beginning
+  std::string head_;        // the first bytes from the anchor on, to find it again
+  std::size_t length_ = 0;  // bytes from the anchor to the caret, last time
+  bool fromStart_ = true;   // no anchor yet: the text is used from its beginning
 };
 
-// Where a window of about `count` characters at the end of `s` may begin: after a line break or a blank near there.
+// Where a window of about `count` characters at the end of `s` may begin: after a line break or a blank near
+// there.
 std::size_t windowStart(std::string_view s, std::size_t count);
 
 }  // namespace nimbletype

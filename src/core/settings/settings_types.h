@@ -54,6 +54,8 @@ constexpr int wordBudget(CompletionLength length) {
 }
 
 // Whether the engine talks to a server and so needs an address and a model name.
-constexpr bool usesServer(EngineKind kind) { return kind == EngineKind::ollama || kind == EngineKind::openAI; }
+constexpr bool usesServer(EngineKind kind) {
+  return kind == EngineKind::ollama || kind == EngineKind::openAI;
+}
 
 }  // namespace nimbletype

@@ -1,0 +1,37 @@
+#pragma once
+#include <optional>
+#include <string>
+
+#include "platform/geometry.h"
+
+namespace nimbletype {
+
+// One suggestion as handed to the overlay. Screen points, origin at the bottom left of the main screen.
+struct GhostContent {
+  enum class Kind { completion, correction };
+  Kind kind = Kind::completion;
+  std::string text;
+  BottomLeftRect caretRect;
+  std::optional<double> lineStartX;
+  std::string lineText;  // what stands between lineStartX and the caret, where known
+  std::optional<BottomLeftRect> fieldFrame;
+  double fontSize = 13;  // points of the overlay space, see FontSpec
+  std::optional<std::string> fontName;
+  bool allowWrap = true;
+  bool hint = false;
+  bool tinted = false;
+  double verticalNudge = 0;
+  bool anchored = false;
+  bool operator==(const GhostContent&) const = default;
+};
+
+// Where suggestions are drawn; the ghost panel on a desktop.
+class GhostPresenter {
+ public:
+  virtual ~GhostPresenter() = default;
+  // Content equal to what is on screen changes nothing.
+  virtual void present(const GhostContent& content) = 0;
+  virtual void hide() = 0;
+};
+
+}  // namespace nimbletype
