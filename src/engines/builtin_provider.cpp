@@ -1,0 +1,88 @@
+#include "engines/builtin_provider.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/text.h"
+
+namespace nimbletype {
+namespace {
+
+// Below this probability of its next token a suggestion ends: short and sure is better than long and
+// doubtful.
+constexpr double confidence = 0.15;
+
+Completion completionOf(LlamaRuntime::Output output) {
+  return {std::move(output.text),
+          {output.promptTokens, output.reusedTokens, output.generatedTokens, output.promptMilliseconds,
+           output.generationMilliseconds}};
+}
+
+// The candidates that say something, each once.
+std::vector<std::string> distinctTexts(LlamaRuntime::Output output) {
+  std::vector<std::string> texts;
+  output.alternatives.insert(output.alternatives.begin(), std::move(output.text));
+  for (auto& text : output.alternatives)
+    if (!text::isBlank(text) && std::ranges::find(texts, text) == texts.end())
+      texts.push_back(std::move(text));
+  return texts;
+}
+
+template <typename Function>
+auto mapped(std::expected<LlamaRuntime::Output, ProviderError> result, Function function)
+    -> std::expected<decltype(function(std::move(*result))), ProviderError> {
+  if (!result) return std::unexpected(std::move(result.error()));
+  return function(std::move(*result));
+}
+
+}  // namespace
+
+BuiltInProvider::BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log)
+    : loop_(loop), locator_(locator), runtime_(loop, log) {}
+
+Task BuiltInProvider::complete(const CompletionRequest& request, PartialHandler grow, ResultHandler done) {
+  return submit(request, 1, std::move(grow),
+                [done = std::move(done)](auto result) { done(mapped(std::move(result), completionOf)); });
+}
+
+Task BuiltInProvider::prepare(const CompletionRequest& request, ResultHandler done) {
+  auto evaluateOnly = request;
+  evaluateOnly.maxTokens = 0;
+  return complete(evaluateOnly, {}, std::move(done));
+}
+
+Task BuiltInProvider::alternatives(const CompletionRequest& request, int count, AlternativesHandler done) {
+  return submit(request, std::max(count, 2), {},
+                [done = std::move(done)](auto result) { done(mapped(std::move(result), distinctTexts)); });
+}
+
+Task BuiltInProvider::submit(const CompletionRequest& request, int candidates, PartialHandler grow,
+                             RuntimeHandler done) {
+  auto path = locator_.installedModel();
+  if (!path) {
+    return loop_.after(Milliseconds(0), [done = std::move(done)] {
+      done(std::unexpected(ProviderError{"Download the Nimbletype model in Settings first"}));
+    });
+  }
+  auto finished = [done = std::move(done)](LlamaRuntime::Result result) {
+    if (result)
+      done(std::move(*result));
+    else
+      done(std::unexpected(ProviderError{result.error().message()}));
+  };
+  return runtime_.run({std::move(*path), request, candidates, confidence, 0},
+                      {std::move(grow), std::move(finished)});
+}
+
+Task BuiltInProvider::status(StatusHandler done) {
+  auto status = locator_.installedModel() ? ProviderStatus::good("Downloaded")
+                                          : ProviderStatus::problem("Download the model to start");
+  return loop_.after(Milliseconds(0), [done = std::move(done), status = std::move(status)] { done(status); });
+}
+
+std::unique_ptr<CompletionProvider> makeBuiltInProvider(MainLoop& loop, ModelLocator& locator,
+                                                        SystemLog& log) {
+  return std::make_unique<BuiltInProvider>(loop, locator, log);
+}
+
+}  // namespace nimbletype

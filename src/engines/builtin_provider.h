@@ -1,0 +1,38 @@
+#pragma once
+#include <memory>
+
+#include "engines/completion_provider.h"
+#include "engines/llama_runtime.h"
+#include "engines/model_locator.h"
+
+namespace nimbletype {
+
+// The engine that needs no other program and no network: a model file, evaluated in this process.
+class BuiltInProvider : public CompletionProvider {
+ public:
+  BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log);
+
+  EngineKind kind() const override { return EngineKind::builtIn; }
+  PromptStyle promptStyle() const override { return PromptStyle::raw; }
+  bool streams() const override { return true; }
+
+  [[nodiscard]] Task complete(const CompletionRequest& request, PartialHandler grow,
+                              ResultHandler done) override;
+  [[nodiscard]] Task status(StatusHandler done) override;
+  [[nodiscard]] Task prepare(const CompletionRequest& request, ResultHandler done) override;
+  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count,
+                                  AlternativesHandler done) override;
+
+ private:
+  using RuntimeHandler = std::function<void(std::expected<LlamaRuntime::Output, ProviderError>)>;
+  Task submit(const CompletionRequest& request, int candidates, PartialHandler grow, RuntimeHandler done);
+
+  MainLoop& loop_;
+  ModelLocator& locator_;
+  LlamaRuntime runtime_;
+};
+
+std::unique_ptr<CompletionProvider> makeBuiltInProvider(MainLoop& loop, ModelLocator& locator,
+                                                        SystemLog& log);
+
+}  // namespace nimbletype

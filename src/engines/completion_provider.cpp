@@ -1,0 +1,33 @@
+#include "engines/completion_provider.h"
+
+namespace nimbletype {
+
+std::string ProviderStatus::label() const {
+  switch (state) {
+    case Case::notChecked:
+      return "Not checked yet";
+    case Case::checking:
+      return "Checking…";
+    case Case::good:
+    case Case::problem:
+      break;
+  }
+  return text;
+}
+
+Task CompletionProvider::models(ModelsHandler done) {
+  done({});
+  return {};
+}
+
+Task CompletionProvider::prepare(const CompletionRequest&, ResultHandler done) {
+  done(Completion{});
+  return {};
+}
+
+Task CompletionProvider::alternatives(const CompletionRequest&, int, AlternativesHandler done) {
+  done({});
+  return {};
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,26 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace nimbletype {
+
+// Tells where the built-in model's file is.
+class ModelLocator {
+ public:
+  virtual ~ModelLocator() = default;
+  // The file to load; none until it is there and checked.
+  virtual std::optional<std::string> installedModel() = 0;
+};
+
+// A file somebody named. It is used as it is.
+class NamedModel : public ModelLocator {
+ public:
+  explicit NamedModel(std::optional<std::string> path) : path_(std::move(path)) {}
+  std::optional<std::string> installedModel() override { return path_; }
+
+ private:
+  std::optional<std::string> path_;
+};
+
+}  // namespace nimbletype
