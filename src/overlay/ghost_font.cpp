@@ -1,0 +1,32 @@
+#include "overlay/ghost_font.h"
+
+#include <cmath>
+
+namespace nimbletype {
+namespace {
+
+// The caret's place is told in whole pixels at both ends of the line.
+constexpr double measuringError = 2;
+
+}  // namespace
+
+FontSpec ghostFont(const GhostContent& content, const FontMetrics& metrics) {
+  FontSpec font{.name = "", .size = content.fontSize};
+  if (content.fontName && metrics.exists(*content.fontName)) font.name = *content.fontName;
+  return font;
+}
+
+std::optional<bool> usesWholeAdvances(const GhostContent& content, FontSpec font,
+                                      const FontMetrics& metrics) {
+  if (!content.lineStartX || content.lineText.empty()) return std::nullopt;
+  const double onScreen = content.caretRect.x - *content.lineStartX;
+  font.wholeAdvances = true;
+  const double whole = std::abs(metrics.width(font, content.lineText) - onScreen);
+  font.wholeAdvances = false;
+  const double natural = std::abs(metrics.width(font, content.lineText) - onScreen);
+  // Neither may be right: the line is wrapped, or not in one font.
+  if (std::min(whole, natural) > measuringError || std::abs(whole - natural) <= 1) return std::nullopt;
+  return whole < natural;
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,14 @@
+#pragma once
+#include "platform/overlay_surface.h"
+
+namespace nimbletype {
+
+struct GhostColors {
+  Color text;
+  Color box;     // behind wrapped rows
+  Color keycap;  // behind its label, which has the text's colour
+};
+
+GhostColors ghostColors(bool tinted, bool dark);
+
+}  // namespace nimbletype

@@ -1,0 +1,23 @@
+#pragma once
+#include <QColor>
+#include <QImage>
+#include <QRegion>
+#include <optional>
+
+#include "platform/overlay_surface.h"
+#include "platform/qt/qt_typesetter.h"
+
+namespace nimbletype {
+
+// Paints a draw list on a picture of the frame's size. With a background there is no transparency: everything
+// is painted on that colour.
+void paintOverlay(QPaintDevice& device, const DrawList& list, const std::optional<QColor>& background,
+                  QtTypesetter& typesetter);
+
+void paintNothing(QPaintDevice& device);
+
+// The part of the frame that shows something: the boxes and the lines of text, each but for the first pixel,
+// where the application's caret stands.
+QRegion coveredRegion(const DrawList& list, QtTypesetter& typesetter);
+
+}  // namespace nimbletype

@@ -1,0 +1,41 @@
+#pragma once
+#include <QFont>
+#include <QGlyphRun>
+#include <QList>
+#include <QRawFont>
+#include <QString>
+#include <map>
+#include <string_view>
+#include <tuple>
+
+#include "platform/font_metrics.h"
+
+namespace nimbletype {
+
+// One line of text, set: positions start at zero on the baseline.
+struct SetText {
+  QList<QGlyphRun> runs;
+  double width = 0;
+};
+
+// Sets text as the applications of the desktop do, each glyph where they put it. Sizes are logical pixels.
+// Applications differ: some round a font's size and keep fractions of a pixel in the advances (Qt), some keep
+// the size and round every advance (GTK, Chromium); FontSpec::wholeAdvances says which.
+class QtTypesetter {
+ public:
+  SetText set(const FontSpec& font, std::string_view text);
+  double width(const FontSpec& font, std::string_view text);
+  LineMetrics line(const FontSpec& font);
+
+ private:
+  struct Face {
+    QFont font;
+    LineMetrics line;
+    std::map<QString, QRawFont> exact;  // by the family that has the glyphs: opening one takes long
+  };
+  Face& face(const FontSpec& font);
+
+  std::map<std::tuple<std::string, double, bool, bool>, Face> faces_;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,17 @@
+#pragma once
+#include <QColor>
+#include <QImage>
+#include <QRect>
+#include <optional>
+
+namespace nimbletype {
+
+// The colour that most pixels of an image have; none for an empty image. Text covers less than what is behind
+// it.
+std::optional<QColor> commonestColor(const QImage& image);
+
+// The background of what is on screen just right of a caret's right edge; none where the screen cannot be
+// read.
+std::optional<QColor> backgroundBeside(const QRect& caret);
+
+}  // namespace nimbletype
