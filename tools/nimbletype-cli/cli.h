@@ -4,8 +4,8 @@
 
 namespace nimbletype::cli {
 
-// The commands. Each gets the arguments after its name and returns the exit status: 0 when it did what was asked,
-// 1 when it could not, 2 when the arguments make no sense.
+// The commands. Each gets the arguments after its name and returns the exit status: 0 when it did what was
+// asked, 1 when it could not, 2 when the arguments make no sense.
 using Arguments = std::span<const std::string>;
 
 int complete(Arguments arguments);

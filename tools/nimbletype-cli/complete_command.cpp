@@ -45,16 +45,22 @@ std::optional<Options> parse(Arguments arguments) {
     const std::string& argument = arguments[i];
     const bool takesValue = argument == "--model" || argument == "--engine" || argument == "--length";
     if (takesValue && i + 1 == arguments.size()) return complain(argument + " needs a value"), std::nullopt;
-    if (argument == "--json") options.json = true;
-    else if (argument == "--help") options.help = true;
-    else if (argument == "--model") options.model = arguments[++i];
+    if (argument == "--json")
+      options.json = true;
+    else if (argument == "--help")
+      options.help = true;
+    else if (argument == "--model")
+      options.model = arguments[++i];
     else if (argument == "--engine") {
       const auto kind = fromRawValue<EngineKind>(arguments[++i]);
       if (kind != EngineKind::builtIn)
-        return complain("\"" + arguments[i] + "\" is no engine of this version; there is builtIn"), std::nullopt;
+        return complain("\"" + arguments[i] + "\" is no engine of this version; there is builtIn"),
+               std::nullopt;
     } else if (argument == "--length") {
       const auto length = fromRawValue<CompletionLength>(arguments[++i]);
-      if (!length) return complain("\"" + arguments[i] + "\" is no length; there are short, medium and long"), std::nullopt;
+      if (!length)
+        return complain("\"" + arguments[i] + "\" is no length; there are short, medium and long"),
+               std::nullopt;
       options.length = *length;
     } else if (argument.starts_with("--") && argument.size() > 2) {
       return complain("there is no option " + argument), std::nullopt;
@@ -64,7 +70,8 @@ std::optional<Options> parse(Arguments arguments) {
       options.text = argument;
     }
   }
-  if (const char* model = std::getenv("NIMBLETYPE_MODEL"); !options.model && model && *model) options.model = model;
+  if (const char* model = std::getenv("NIMBLETYPE_MODEL"); !options.model && model && *model)
+    options.model = model;
   return options;
 }
 
@@ -79,7 +86,8 @@ CompletionRequest requestFor(const Options& options, int words) {
   return makeRequest({{}, before, before, words, prefs.creativity.get(), {}});
 }
 
-void printJson(const Completion& completion, const CompletionRequest& request, const std::string& suggestion) {
+void printJson(const Completion& completion, const CompletionRequest& request,
+               const std::string& suggestion) {
   const CompletionCost& cost = completion.cost;
   const nlohmann::ordered_json report{
       {"suggestion", suggestion},
@@ -108,13 +116,16 @@ int complete(Arguments arguments) {
   NamedModel model(options->model);
   const auto provider = makeBuiltInProvider(loop, model, log);
   std::optional<CompletionResult> result;
-  const Task running = provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
+  const Task running =
+      provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
   loop.runUntil([&] { return result.has_value(); });
   if (!*result) return std::fprintf(stderr, "%s\n", result->error().message.c_str()), 1;
   const std::string suggestion =
       cleanReply((*result)->text, {text::repaired(*options->text), words, provider->promptStyle(), {}});
-  if (options->json) printJson(**result, request, suggestion);
-  else std::printf("%s\n", suggestion.c_str());
+  if (options->json)
+    printJson(**result, request, suggestion);
+  else
+    std::printf("%s\n", suggestion.c_str());
   return 0;
 }
 

@@ -34,7 +34,8 @@ Finding modelFinding(const std::optional<std::string>& path) {
   request.rawPrompt = "Thank you for your";
   request.maxTokens = 1;
   std::optional<CompletionResult> result;
-  const Task running = provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
+  const Task running =
+      provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
   loop.runUntil([&] { return result.has_value(); });
   if (*result) {
     finding.state = "built in, " + path.value_or("downloaded model") + " loads and answers";
@@ -42,8 +43,9 @@ Finding modelFinding(const std::optional<std::string>& path) {
   }
   finding.works = false;
   finding.state = "built in, " + (path ? *path + ": " : std::string()) + result->error().message;
-  finding.advice = path ? "Name a whole GGUF file of a known architecture with --model or NIMBLETYPE_MODEL."
-                        : "Name a GGUF file with --model or NIMBLETYPE_MODEL, such as models/starter/starter-q8_0.gguf.";
+  finding.advice =
+      path ? "Name a whole GGUF file of a known architecture with --model or NIMBLETYPE_MODEL."
+           : "Name a GGUF file with --model or NIMBLETYPE_MODEL, such as models/starter/starter-q8_0.gguf.";
   return finding;
 }
 
@@ -69,8 +71,10 @@ int doctor(Arguments arguments) {
   if (arguments.size() == 1 && arguments[0] == "--help") return std::fputs(help, stdout), 0;
   std::optional<std::string> model;
   if (const char* path = std::getenv("NIMBLETYPE_MODEL"); path && *path) model = path;
-  if (arguments.size() == 2 && arguments[0] == "--model") model = arguments[1];
-  else if (!arguments.empty()) return std::fputs(help, stderr), 2;
+  if (arguments.size() == 2 && arguments[0] == "--model")
+    model = arguments[1];
+  else if (!arguments.empty())
+    return std::fputs(help, stderr), 2;
   std::vector<Finding> findings{modelFinding(model)};
   for (Finding& finding : desktopFindings()) findings.push_back(std::move(finding));
   std::fputs(report(findings).c_str(), stdout);

@@ -26,7 +26,8 @@ WallTime WaitingLoop::wallNow() const {
 std::function<void()> WaitingLoop::next() {
   std::unique_lock lock(mutex_);
   const auto arrived = [this] { return !posted_.empty(); };
-  if (timers_.empty()) arrived_.wait(lock, arrived);
+  if (timers_.empty())
+    arrived_.wait(lock, arrived);
   else if (!arrived_.wait_until(lock, timers_.begin()->first, arrived)) {
     const auto timer = timers_.extract(timers_.begin()).mapped();
     return *timer ? std::exchange(*timer, nullptr) : [] {};

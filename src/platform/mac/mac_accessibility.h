@@ -1,0 +1,28 @@
+#pragma once
+#include <map>
+#include <memory>
+
+#include "platform/accessibility.h"
+
+namespace nimbletype {
+
+class AXProcessObserver;
+
+// The port over AXUIElement and AXObserver.
+class MacAccessibility final : public Accessibility {
+ public:
+  MacAccessibility();
+  ObjectRef application(std::int64_t processID) override;
+  std::vector<AttributeValue> read(const ObjectRef& element, std::span<const AttributeRead> reads) override;
+  bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) override;
+  [[nodiscard]] std::optional<Task> observe(std::int64_t processID, Notification notify) override;
+  [[nodiscard]] std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;
+  bool isTrusted() override;
+  // Lets the system ask the user to trust this application, unless it is trusted already.
+  void askForTrust();
+
+ private:
+  std::map<std::int64_t, std::weak_ptr<AXProcessObserver>> observers_;  // owned by the tasks handed out
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,98 @@
+#include "platform/mac/mac_event_tap.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "platform/mac/event_codes.h"
+#include "text/text.h"
+
+namespace nimbletype {
+namespace {
+
+constexpr CGEventMask tappedEvents = CGEventMaskBit(kCGEventLeftMouseDown) |
+                                     CGEventMaskBit(kCGEventRightMouseDown) |
+                                     CGEventMaskBit(kCGEventOtherMouseDown) |
+                                     CGEventMaskBit(kCGEventScrollWheel) | CGEventMaskBit(kCGEventKeyDown);
+
+bool isPointer(CGEventType type) {
+  return type == kCGEventLeftMouseDown || type == kCGEventRightMouseDown || type == kCGEventOtherMouseDown ||
+         type == kCGEventScrollWheel;
+}
+
+std::string charactersOf(CGEventRef event) {
+  std::array<UniChar, 8> units{};
+  UniCharCount count = 0;
+  CGEventKeyboardGetUnicodeString(event, units.size(), &count, units.data());
+  std::u16string text(units.begin(), units.begin() + std::min<std::size_t>(count, units.size()));
+  return text::toUtf8(text);
+}
+
+}  // namespace
+
+MacEventTap::Port::Port(CFRef<CFMachPortRef> port)
+    : port_(std::move(port)),
+      source_(CFRef<CFRunLoopSourceRef>::adopt(CFMachPortCreateRunLoopSource(nullptr, port_.get(), 0))) {
+  enable(true);
+}
+
+MacEventTap::Port::~Port() {
+  enable(false);
+  CFMachPortInvalidate(port_.get());
+}
+
+bool MacEventTap::start(Handler handler) {
+  if (isRunning()) return true;
+  auto port = CFRef<CFMachPortRef>::adopt(CGEventTapCreate(
+      kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault, tappedEvents, received, this));
+  if (!port) return false;
+  handler_ = std::move(handler);
+  port_.emplace(std::move(port));
+  return true;
+}
+
+// The handler stays: it may be the one that is stopping the tap.
+void MacEventTap::stop() {
+  port_.reset();
+}
+
+CGEventRef MacEventTap::received(CGEventTapProxy, CGEventType type, CGEventRef event, void* self) {
+  return static_cast<MacEventTap*>(self)->swallows(type, event) ? nullptr : event;
+}
+
+bool MacEventTap::swallows(CGEventType type, CGEventRef event) {
+  if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+    reenable(type);
+    return false;
+  }
+  if (CGEventGetIntegerValueField(event, kCGEventSourceUserData) == ownEventMarker) return false;
+  if (isPointer(type)) return handler_(PointerPress{});
+  return type == kCGEventKeyDown && swallowsKey(event);
+}
+
+bool MacEventTap::swallowsKey(CGEventRef event) {
+  const std::int64_t keyCode = CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode);
+  if (keyCode < 0 || keyCode > 0xFFFF) return false;
+  KeyPress press;
+  press.keyCode = static_cast<std::uint16_t>(keyCode);
+  press.modifiers = modifiersOf(CGEventGetFlags(event));
+  press.characters = charactersOf(event);
+  press.isRepeat = CGEventGetIntegerValueField(event, kCGKeyboardEventAutorepeat) != 0;
+  const KeyCombo combo = press.combo();
+  return handler_(std::move(press)) && mayTake(combo);
+}
+
+bool MacEventTap::mayTake(const KeyCombo& combo) const {
+  const auto holds = [&](const std::vector<KeyCombo>& combos) {
+    return std::ranges::count(combos, combo) > 0;
+  };
+  return holds(takeable_) || holds(shortcuts_);
+}
+
+void MacEventTap::reenable(CGEventType reason) {
+  const char* text = reason == kCGEventTapDisabledByTimeout ? "timeout" : "user input";
+  log_.log("input", std::string("tap disabled (") + text + "), re-enabling");
+  if (port_) port_->enable(true);
+}
+
+}  // namespace nimbletype
