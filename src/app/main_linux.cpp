@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
   nimbletype::LinuxDesktop desktop(options.model, options.verbose);
   nimbletype::AppModel model(desktop.ports());
   std::optional<nimbletype::StageTrace> trace;
-  if (const auto path = environment("NIMBLETYPE_TRACE")) trace.emplace(path->c_str(), model.engine());
+  if (const auto path = environment("NIMBLETYPE_TRACE")) trace.emplace(path->c_str(), model.engine(), desktop.loop());
   const bool tapRunning = model.start();
   std::printf("Nimbletype is ready%s.\n",
               tapRunning ? "" : ", but the keys that take suggestions are not to be had");

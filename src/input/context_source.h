@@ -4,7 +4,8 @@
 
 namespace nimbletype {
 
-// Gathers what surrounds the field being written in. Answers from what is known already and waits for nothing.
+// Gathers what surrounds the field being written in. Answers from what is known already and waits for
+// nothing.
 class ContextSource {
  public:
   virtual ~ContextSource() = default;

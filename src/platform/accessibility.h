@@ -23,7 +23,7 @@ struct TextRange {
 // The font of a run of text, as far as the application tells it.
 struct TextFont {
   std::optional<std::string> name;
-  std::optional<double> size;  // points
+  std::optional<double> size;  // in the points that rectangles are measured in
   bool operator==(const TextFont&) const = default;
 };
 
@@ -67,7 +67,8 @@ class Accessibility {
   virtual std::vector<AttributeValue> read(const ObjectRef& element,
                                            std::span<const AttributeRead> reads) = 0;
 
-  // Writes an attribute, such as "AXSelectedText" or "AXManualAccessibility"; false when the element refused.
+  // Writes an attribute, such as "AXSelectedText", "AXSelectedTextRange" or "AXManualAccessibility"; false
+  // when the element refused.
   virtual bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) = 0;
 
   // Tells of "AXFocusedUIElementChanged", "AXFocusedWindowChanged", "AXValueChanged" and

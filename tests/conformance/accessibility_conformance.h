@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,12 +24,16 @@ class AccessibilityWorld {
   // Lets the main loop run until the condition holds; a failure names what was waited for.
   virtual void waitFor(const std::string& what, const std::function<bool()>& condition) = 0;
 };
-using AccessibilityWorldFactory = std::function<std::unique_ptr<AccessibilityWorld>()>;
+struct AccessibilityWorldFactory {
+  std::string name;
+  std::function<std::unique_ptr<AccessibilityWorld>()> make;
+  friend void PrintTo(const AccessibilityWorldFactory& factory, std::ostream* out) { *out << factory.name; }
+};
 
 class AccessibilityConformance : public ::testing::TestWithParam<AccessibilityWorldFactory> {
  protected:
   void SetUp() override {
-    world_ = GetParam()();
+    world_ = GetParam().make();
     waitFor("a focused element", [this] {
       application_ = ax().application(world_->processID());
       field_ = application_ ? object(application_, "AXFocusedUIElement") : nullptr;
@@ -122,7 +127,9 @@ TEST_P(AccessibilityConformance, TellsWhereCharactersStand) {
   EXPECT_NEAR(next.x, caret.x, 1.5);
   EXPECT_GE(previous.x, frame.x);
   EXPECT_LT(previous.bottom(), frame.bottom());
+  // A zero rectangle says that the application does not know; anything else has to be right.
   const TopLeftRect below = bounds(units("naïve café 😀👍🏽 日本語\n"), 1);
+  if (below == TopLeftRect{}) return;
   EXPECT_GE(below.y, previous.bottom() - 1);
   EXPECT_NEAR(below.x, bounds(0, 1).x, 1.5);
 }

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include "platform/workspace.h"
@@ -19,12 +20,16 @@ class WorkspaceWorld {
   virtual void bringToFront(int index) = 0;
   virtual void waitFor(const std::string& what, const std::function<bool()>& condition) = 0;
 };
-using WorkspaceWorldFactory = std::function<std::unique_ptr<WorkspaceWorld>()>;
+struct WorkspaceWorldFactory {
+  std::string name;
+  std::function<std::unique_ptr<WorkspaceWorld>()> make;
+  friend void PrintTo(const WorkspaceWorldFactory& factory, std::ostream* out) { *out << factory.name; }
+};
 
 class WorkspaceConformance : public ::testing::TestWithParam<WorkspaceWorldFactory> {
  protected:
   void SetUp() override {
-    world_ = GetParam()();
+    world_ = GetParam().make();
     bringToFront(0);
   }
   void bringToFront(int index) {

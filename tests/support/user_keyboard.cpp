@@ -102,6 +102,7 @@ void UserKeyboard::modifierKeys(ModifierSet modifiers, bool down) {
 }
 
 void UserKeyboard::fake(std::uint8_t deviceEvent, std::uint8_t detail, std::uint8_t device) {
+  if (deviceEvent == XCB_INPUT_DEVICE_KEY_PRESS) lastPress_ = std::chrono::steady_clock::now();
   const auto type = static_cast<std::uint8_t>(firstDeviceEvent_ + deviceEvent);
   xcb_test_fake_input(connection_.get(), type, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, device);
 }

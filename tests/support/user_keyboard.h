@@ -1,4 +1,5 @@
 #pragma once
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,6 +23,8 @@ class UserKeyboard {
   void press(std::uint16_t keyCode, ModifierSet modifiers = {});
   // Characters of the active layout; throws at any other.
   void type(std::string_view text);
+  // When the last key went down.
+  std::chrono::steady_clock::time_point lastPress() const { return lastPress_; }
 
   void movePointer(int x, int y);
   void click(std::uint8_t button = 1);
@@ -35,6 +38,7 @@ class UserKeyboard {
 
   XcbConnection connection_;
   std::uint8_t firstDeviceEvent_ = 0, keyboard_ = 0, mouse_ = 0;
+  std::chrono::steady_clock::time_point lastPress_;
 };
 
 }  // namespace nimbletype

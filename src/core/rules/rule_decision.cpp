@@ -12,7 +12,7 @@ std::optional<Value> lookedUp(const std::map<std::string, Value>& map, const std
   return found == map.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::string nameOr(std::string name, std::string_view fallback) {
+std::string nameOr(const std::string& name, std::string_view fallback) {
   return text::isBlank(name) ? std::string(fallback) : name;
 }
 

@@ -5,9 +5,13 @@
 
 namespace nimbletype {
 
-bool FixedFontMetrics::exists(std::string_view name) const { return fonts.contains(name); }
+bool FixedFontMetrics::exists(std::string_view name) const {
+  return fonts.contains(name);
+}
 
-LineMetrics FixedFontMetrics::line(const FontSpec& font) const { return {font.size * 0.8, font.size * -0.2, 0}; }
+LineMetrics FixedFontMetrics::line(const FontSpec& font) const {
+  return {font.size * 0.8, font.size * -0.2, 0};
+}
 
 double FixedFontMetrics::width(const FontSpec& font, std::string_view text) const {
   const auto codePoints =

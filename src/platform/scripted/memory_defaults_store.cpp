@@ -20,6 +20,7 @@ void MemoryDefaultsStore::remove(std::string_view key) {
 
 std::vector<std::string> MemoryDefaultsStore::keys() const {
   std::vector<std::string> all;
+  all.reserve(values_.size());
   for (const auto& [key, value] : values_) all.push_back(key);
   return all;
 }

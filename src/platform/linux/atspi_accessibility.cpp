@@ -1,0 +1,133 @@
+#include "platform/linux/atspi_accessibility.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <list>
+
+#include "platform/linux/atspi_reader.h"
+#include "platform/linux/atspi_writing.h"
+
+namespace nimbletype {
+
+class AtspiAccessibility::Impl {
+ public:
+  explicit Impl(double fontDotsPerInch)
+      : focus_(bus_),
+        reader_(bus_, focus_, fontDotsPerInch),
+        events_(bus_, [this](const AtspiEvent& e) { heard(e); }) {}
+
+  struct Observer {
+    std::int64_t process;
+    Notification notify;
+  };
+  struct Watch {
+    std::int64_t process;
+    AtspiRef element;
+  };
+  // Lists, so that a task can name its entry by address.
+  using Observers = std::list<std::shared_ptr<Observer>>;
+  using Watches = std::list<std::shared_ptr<Watch>>;
+
+  AtspiBus& bus() { return bus_; }
+  AtspiReader& reader() { return reader_; }
+  Observers& observers() { return observers_; }
+  Watches& watches() { return watches_; }
+
+ private:
+  void heard(const AtspiEvent& event);
+  void tell(std::int64_t process, std::string_view name, const AtspiRef& element);
+
+  AtspiBus bus_;
+  AtspiFocus focus_;
+  AtspiReader reader_;
+  Observers observers_;
+  Watches watches_;
+  AtspiEvents events_;  // last: nothing arrives before the rest is there
+};
+
+void AtspiAccessibility::Impl::heard(const AtspiEvent& event) {
+  using Kind = AtspiEvent::Kind;
+  const auto process = bus_.processOf(event.source->bus());
+  if (!process || *process == getpid()) return;  // our own windows speak on the bus too
+  reader_.forget(event.source);
+  const AtspiFocus::Effect effect = focus_.heard(event);
+  if (effect.window) tell(*process, "AXFocusedWindowChanged", event.source);
+  if (effect.element) tell(*process, "AXFocusedUIElementChanged", event.source);
+  const bool watched = std::ranges::any_of(watches_, [&](const auto& w) {
+    return w->process == *process && sameObject(w->element, event.source);
+  });
+  if (!watched) return;
+  if (event.kind == Kind::textChanged) tell(*process, "AXValueChanged", event.source);
+  if (event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged)
+    tell(*process, "AXSelectedTextChanged", event.source);
+}
+
+// Observers may come and go while they are told.
+void AtspiAccessibility::Impl::tell(std::int64_t process, std::string_view name, const AtspiRef& element) {
+  for (const auto& observer : Observers(observers_)) {
+    const bool present = std::ranges::find(observers_, observer) != observers_.end();
+    if (present && observer->process == process) observer->notify(name, element);
+  }
+}
+
+AtspiAccessibility::AtspiAccessibility(double fontDotsPerInch)
+    : impl_(std::make_shared<Impl>(fontDotsPerInch)) {}
+
+AtspiAccessibility::~AtspiAccessibility() = default;
+
+bool AtspiAccessibility::isTrusted() {
+  return impl_->bus().isOpen();
+}
+
+// This process's own windows are never read: nobody would answer while it waits.
+ObjectRef AtspiAccessibility::application(std::int64_t processID) {
+  if (processID == getpid()) return nullptr;
+  const auto name = impl_->bus().applicationOf(processID, Deadline::in(messagingTimeout));
+  return name ? std::make_shared<AtspiObject>(*name, AtspiObject::rootPath) : nullptr;
+}
+
+std::vector<AttributeValue> AtspiAccessibility::read(const ObjectRef& element,
+                                                     std::span<const AttributeRead> reads) {
+  const AtspiRef object = atspiRef(element);
+  if (!object || !impl_->bus().isOpen()) return std::vector<AttributeValue>(reads.size());
+  return impl_->reader().read(object, reads, Deadline::in(messagingTimeout));
+}
+
+bool AtspiAccessibility::write(const ObjectRef& element, std::string_view attribute,
+                               const AttributeValue& value) {
+  const AtspiRef object = atspiRef(element);
+  if (!object || !impl_->bus().isOpen()) return false;
+  const Deadline deadline = Deadline::in(messagingTimeout);
+  impl_->reader().forget(object);
+  if (attribute == "AXSelectedText")
+    if (const auto* text = std::get_if<std::string>(&value))
+      return replaceSelection(impl_->bus(), object, *text, deadline);
+  if (attribute == "AXSelectedTextRange")
+    if (const auto* range = std::get_if<TextRange>(&value))
+      return select(impl_->bus(), object, *range, deadline);
+  if (attribute == "AXManualAccessibility" && value == AttributeValue(true) && object->isApplication())
+    return wakeWebContent(impl_->bus(), object->bus(), deadline);
+  return false;
+}
+
+std::optional<Task> AtspiAccessibility::observe(std::int64_t processID, Notification notify) {
+  if (!application(processID)) return std::nullopt;
+  auto observer = std::make_shared<Impl::Observer>(Impl::Observer{processID, std::move(notify)});
+  impl_->observers().push_back(observer);
+  return Task([weak = std::weak_ptr(impl_), observer] {
+    if (const auto impl = weak.lock()) impl->observers().remove(observer);
+  });
+}
+
+std::optional<Task> AtspiAccessibility::watch(std::int64_t processID, const ObjectRef& element) {
+  const AtspiRef object = atspiRef(element);
+  if (!object) return std::nullopt;
+  auto watched = std::make_shared<Impl::Watch>(Impl::Watch{processID, object});
+  impl_->watches().push_back(watched);
+  return Task([weak = std::weak_ptr(impl_), watched] {
+    if (const auto impl = weak.lock()) impl->watches().remove(watched);
+  });
+}
+
+}  // namespace nimbletype

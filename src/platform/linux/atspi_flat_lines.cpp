@@ -1,0 +1,67 @@
+#include "platform/linux/atspi_flat_lines.h"
+
+#include <algorithm>
+
+#include "text/text.h"
+
+namespace nimbletype {
+namespace {
+
+constexpr std::int64_t longestBeginning = 2000;
+
+DBusCall boxCall(const AtspiTextPosition& at, std::int64_t offset) {
+  return {at.element->bus(), at.element->path(), atspi::textInterface, "GetCharacterExtents",
+          g_variant_new("(iu)", static_cast<gint32>(offset), 0u)};
+}
+
+struct Edge {
+  bool known = false;
+  int top = 0;
+};
+Edge topOf(GVariant* box) {
+  const VariantPtr y = childOf(box, 1), height = childOf(box, 3);
+  if (!y || !height || g_variant_get_int32(height.get()) <= 0) return {};
+  return {true, g_variant_get_int32(y.get())};
+}
+
+}  // namespace
+
+void AtspiFlatLines::ask(DBusBatch& batch, const AtspiTextPosition& at) {
+  if (!sameObject(element_, at.element)) {
+    element_ = at.element;
+    verdict_ = Verdict::unknown;
+  }
+  asked_ =
+      at.unit == OffsetUnit::utf16 && at.states.has(atspi_state::multiLine) && verdict_ != Verdict::honest;
+  if (!asked_) return;
+  const auto length = static_cast<gint32>(std::min(at.count, longestBeginning));
+  beginning_ = batch.call({at.element->bus(), at.element->path(), atspi::textInterface, "GetText",
+                           g_variant_new("(ii)", 0, length)});
+  first_ = batch.call(boxCall(at, 0));
+}
+
+std::int64_t AtspiFlatLines::trustedEnd(const DBusBatch& batch, const AtspiTextPosition& at, AtspiBus& bus,
+                                        Deadline deadline) {
+  if (!asked_) return everywhere;
+  const std::string beginning = stringOf(childOf(batch.reply(beginning_), 0).get());
+  const std::size_t lineBreak = beginning.find('\n');
+  if (lineBreak == std::string::npos) return verdict_ == Verdict::flat ? longestBeginning : everywhere;
+  const auto end = static_cast<std::int64_t>(text::utf16Length(beginning.substr(0, lineBreak)));
+  if (verdict_ == Verdict::unknown) verdict_ = judge(batch.reply(first_), end + 1, at, bus, deadline);
+  return verdict_ == Verdict::flat ? end : everywhere;
+}
+
+// An end of text without a character tells nothing: the judgement waits for a second paragraph.
+AtspiFlatLines::Verdict AtspiFlatLines::judge(GVariant* first, std::int64_t secondParagraph,
+                                              const AtspiTextPosition& at, AtspiBus& bus,
+                                              Deadline deadline) const {
+  if (secondParagraph >= at.count) return Verdict::unknown;
+  DBusBatch batch(bus.connection(), deadline);
+  const auto second = batch.call(boxCall(at, secondParagraph));
+  batch.wait();
+  const Edge upper = topOf(first), lower = topOf(batch.reply(second));
+  if (!upper.known || !lower.known) return Verdict::unknown;
+  return lower.top > upper.top ? Verdict::honest : Verdict::flat;
+}
+
+}  // namespace nimbletype

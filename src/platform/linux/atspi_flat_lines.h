@@ -1,0 +1,33 @@
+#pragma once
+#include <cstdint>
+#include <limits>
+
+#include "platform/linux/atspi_text.h"
+
+namespace nimbletype {
+
+// Qt's plain text editors answer for every paragraph as if it were the first one: the boxes of all others are
+// at the wrong height. Such an editor is recognised by its first two paragraphs, and what it says of later
+// ones is not used.
+class AtspiFlatLines {
+ public:
+  static constexpr std::int64_t everywhere = std::numeric_limits<std::int64_t>::max();
+
+  // Adds what has to be known to a batch of reads in the text at this position.
+  void ask(DBusBatch& batch, const AtspiTextPosition& at);
+  // After the batch: up to which offset boxes can be trusted.
+  std::int64_t trustedEnd(const DBusBatch& batch, const AtspiTextPosition& at, AtspiBus& bus,
+                          Deadline deadline);
+
+ private:
+  enum class Verdict { unknown, honest, flat };
+  Verdict judge(GVariant* first, std::int64_t secondParagraph, const AtspiTextPosition& at, AtspiBus& bus,
+                Deadline deadline) const;
+
+  AtspiRef element_;  // the verdict is about this one
+  Verdict verdict_ = Verdict::unknown;
+  bool asked_ = false;
+  DBusBatch::Id beginning_ = 0, first_ = 0;
+};
+
+}  // namespace nimbletype

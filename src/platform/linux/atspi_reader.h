@@ -1,0 +1,43 @@
+#pragma once
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "platform/linux/atspi_flat_lines.h"
+#include "platform/linux/atspi_focus.h"
+#include "platform/linux/atspi_text.h"
+
+namespace nimbletype {
+
+// Turns attribute reads into calls on the accessibility bus and their answers into values. Reads that need to
+// know where the caret stands are asked in a second round.
+class AtspiReader {
+ public:
+  AtspiReader(AtspiBus& bus, AtspiFocus& focus, double fontDotsPerInch)
+      : bus_(bus), focus_(focus), fontDotsPerInch_(fontDotsPerInch) {}
+
+  std::vector<AttributeValue> read(const AtspiRef& element, std::span<const AttributeRead> reads,
+                                   Deadline deadline);
+  // The element's text or caret may have changed.
+  void forget(const AtspiRef& element);
+
+ private:
+  using Values = std::vector<AttributeValue>;
+  // What a read asked for, to be decoded once its batch is answered.
+  using Decode = std::function<AttributeValue(const DBusBatch&)>;
+  void readPlain(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
+                 Values& values);
+  void readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
+                  Values& values);
+  Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
+  AttributeValue readFocus(const AtspiRef& application, const AttributeRead& read, Deadline deadline);
+  bool needsPosition(const AtspiRef& element, std::span<const AttributeRead> reads) const;
+
+  AtspiBus& bus_;
+  AtspiFocus& focus_;
+  double fontDotsPerInch_;
+  AtspiTextPosition position_;  // of the element read last, until something happens to it
+  AtspiFlatLines flatLines_;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,12 @@
+#pragma once
+#include <filesystem>
+#include <string>
+
+namespace nimbletype {
+
+// The data folder: "Nimbletype" under the user's data home.
+std::filesystem::path dataFolder();
+// The user's full name as the system knows it; the login name where it knows none.
+std::string userFullName();
+
+}  // namespace nimbletype

@@ -1,0 +1,62 @@
+#include "platform/scripted/scripted_accessibility.h"
+
+#include "platform/scripted/scripted_workspace.h"
+#include "platform/scripted/virtual_main_loop.h"
+#include "tests/conformance/accessibility_conformance.h"
+#include "tests/conformance/workspace_conformance.h"
+
+namespace nimbletype::conformance {
+namespace {
+
+constexpr std::int64_t process = 42;
+
+class ScriptedWorld final : public AccessibilityWorld {
+ public:
+  ScriptedWorld() {
+    const ObjectRef application = ax_.addApplication(process);
+    ScriptedElement window;
+    window.attributes = {{"AXTitle", std::string("Untitled")}, {"AXParent", application}};
+    const ObjectRef windowRef = ax_.addElement(window);
+    ScriptedElement field;
+    field.attributes = {{"AXRole", std::string("AXTextArea")},
+                        {"AXParent", windowRef},
+                        {"AXFrame", TopLeftRect{100, 100, 400, 300}}};
+    field.textOrigin = {104, 104, 8, 16};
+    field.text = text::toUtf16(fieldText);
+    ax_.focus(process, ax_.addElement(field));
+    ax_.at(application).attributes["AXFocusedWindow"] = windowRef;
+  }
+  Accessibility& accessibility() override { return ax_; }
+  std::int64_t processID() override { return process; }
+  void waitFor(const std::string& what, const std::function<bool()>& condition) override {
+    loop_.runPosted();
+    ASSERT_TRUE(condition()) << "waited for " << what;
+  }
+
+ private:
+  VirtualMainLoop loop_;
+  ScriptedAccessibility ax_{loop_};
+};
+
+class ScriptedWorkspaceWorld final : public WorkspaceWorld {
+ public:
+  Workspace& workspace() override { return workspace_; }
+  RunningApp app(int index) override { return {10 + index, "org.app" + std::to_string(index), "App", {}}; }
+  void bringToFront(int index) override { workspace_.bringToFront(app(index)); }
+  void waitFor(const std::string& what, const std::function<bool()>& condition) override {
+    ASSERT_TRUE(condition()) << "waited for " << what;
+  }
+
+ private:
+  ScriptedWorkspace workspace_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Scripted, AccessibilityConformance,
+                         ::testing::Values(AccessibilityWorldFactory{
+                             "scripted", [] { return std::make_unique<ScriptedWorld>(); }}));
+INSTANTIATE_TEST_SUITE_P(Scripted, WorkspaceConformance,
+                         ::testing::Values(WorkspaceWorldFactory{
+                             "scripted", [] { return std::make_unique<ScriptedWorkspaceWorld>(); }}));
+
+}  // namespace
+}  // namespace nimbletype::conformance
