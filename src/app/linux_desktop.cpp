@@ -1,5 +1,8 @@
 #include "app/linux_desktop.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include "platform/linux/linux_paths.h"
 #include "platform/linux/x11_overlay_hints.h"
 
@@ -7,6 +10,7 @@ namespace nimbletype {
 
 LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
     : log_(verbose),
+      accessibility_(QGuiApplication::primaryScreen()->logicalDotsPerInch()),
       eventTap_(loop_),
       eventPoster_(loop_, [this] { return eventTap_.markWindow(); }),
       ghostSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),

@@ -8,6 +8,7 @@
 
 #include "platform/linux/hunspell_dictionary.h"
 #include "platform/linux/hunspell_spell_checker.h"
+#include "platform/linux/sure_correction.h"
 #include "platform/qt/qt_main_loop.h"
 
 namespace nimbletype {
@@ -42,7 +43,7 @@ TEST(HunspellDictionary, ConvertsToTheDictionarysEncoding) {
   const HunspellDictionary dictionary(base);
   EXPECT_FALSE(dictionary.isMisspelled("müde"));
   EXPECT_TRUE(dictionary.isMisspelled("mude"));
-  EXPECT_EQ(dictionary.correction("müdee"), "müde");
+  EXPECT_EQ(dictionary.correction("müdde"), "müde");
   EXPECT_FALSE(dictionary.isMisspelled("слово"));
   for (const char* ending : {".aff", ".dic"}) fs::remove(base.string() + ending);
 }
@@ -81,6 +82,19 @@ TEST_F(HunspellSpellCheckerTest, ChecksInPlaceAndCorrectsLater) {
   EXPECT_EQ(found, 3);
   for (const char* word : {"receive", "doesn't", "doesn’t", "'quoted'"})
     EXPECT_FALSE(checker.isMisspelled(word)) << word;
+}
+
+// A word is checked while it is being typed: what may go on is not to be corrected.
+TEST(SureCorrection, OnlySlipsOfTheHand) {
+  const struct {
+    const char *word, *suggestion;
+    bool sure;
+  } cases[] = {{"recieve", "receive", true},  {"teh", "the", true},          {"occured", "occurred", true},
+               {"untill", "until", false},    {"comming", "coming", true},   {"doesnt", "doesn't", true},
+               {"tomor", "tumor", false},     {"becaus", "because", false},  {"differen", "different", false},
+               {"wher", "when", false},       {"naiev", "naive", true},      {"übre", "über", true},
+               {"definately", "definitely", false}};
+  for (const auto& c : cases) EXPECT_EQ(isSureCorrection(c.word, c.suggestion), c.sure) << c.word;
 }
 
 TEST_F(HunspellSpellCheckerTest, MayGoWhileItLooksSomethingUp) {

@@ -33,6 +33,7 @@ CompletionEngine::CompletionEngine(const Services& services)
         static_cast<AnySetting*>(&s_.prefs.completeInsideText),
         static_cast<AnySetting*>(&s_.prefs.ignoreSmallFields)})
     observations_.push_back(setting->observe([this] { reconsider(); }));
+  s_.typo.onFound([this] { correctionFound(); });
 }
 
 // --- what happens to the field ---
@@ -155,6 +156,12 @@ bool CompletionEngine::offerFix() {
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::showing, {}});
   return true;
+}
+
+// Looking a correction up takes longer than a key press may; it is offered if the word still waits for it.
+void CompletionEngine::correctionFound() {
+  if (!snapshot_ || isShowing() || blockedReason() || isOwnChange() || isSuppressed()) return;
+  if (offerFix()) cancelWork();
 }
 
 bool CompletionEngine::holdTypo() {

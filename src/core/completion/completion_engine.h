@@ -113,6 +113,7 @@ class CompletionEngine {
   bool isSuppressed();
   bool keepInStep(bool ownChange);
   bool offerFix();
+  void correctionFound();
   bool holdTypo();
   void schedule();
   void generate();

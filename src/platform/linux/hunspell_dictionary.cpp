@@ -4,7 +4,8 @@
 
 #include <filesystem>
 #include <hunspell.hxx>
-#include <vector>
+
+#include "platform/linux/sure_correction.h"
 
 namespace nimbletype {
 
@@ -110,6 +111,19 @@ std::optional<std::string> HunspellDictionary::decoded(const std::string& word) 
   return encoding_ == "UTF-8" ? word : converted(word, "UTF-8", encoding_.c_str());
 }
 
+// None when the word may just as well be the beginning of a longer one.
+std::optional<std::string> HunspellDictionary::sureCorrection(
+    std::string_view word, const std::vector<std::string>& suggestions) const {
+  std::optional<std::string> sure;
+  for (const std::string& bytes : suggestions) {
+    auto suggestion = decoded(bytes);
+    if (!suggestion) continue;
+    if (suggestion->starts_with(word)) return std::nullopt;
+    if (!sure && isSureCorrection(word, *suggestion)) sure = std::move(suggestion);
+  }
+  return sure;
+}
+
 bool HunspellDictionary::isMisspelled(std::string_view word) const {
   const Parts parts = split(word);
   // A word with letters of another script is not this dictionary's business.
@@ -121,9 +135,7 @@ std::optional<std::string> HunspellDictionary::correction(std::string_view word)
   const Parts parts = split(word);
   const auto bytes = encoded(parts.word);
   if (!bytes) return std::nullopt;
-  const std::vector<std::string> suggestions = hunspell_->suggest(*bytes);
-  if (suggestions.empty()) return std::nullopt;
-  auto best = decoded(suggestions.front());
+  auto best = sureCorrection(parts.word, hunspell_->suggest(*bytes));
   if (!best) return std::nullopt;
   if (parts.curly) replaceAll(*best, "'", curlyApostrophe);
   return std::string(parts.before) + *best + std::string(parts.after);

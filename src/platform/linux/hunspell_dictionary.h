@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class Hunspell;
 
@@ -23,11 +24,14 @@ class HunspellDictionary {
   ~HunspellDictionary();
 
   bool isMisspelled(std::string_view word) const;
+  // What the word surely was meant to be; a word that may only be half typed has no correction.
   std::optional<std::string> correction(std::string_view word) const;
 
  private:
   std::optional<std::string> encoded(std::string_view utf8) const;  // none when the encoding lacks a letter
   std::optional<std::string> decoded(const std::string& word) const;
+  std::optional<std::string> sureCorrection(std::string_view word,
+                                            const std::vector<std::string>& suggestions) const;
 
   std::unique_ptr<Hunspell> hunspell_;
   std::string encoding_;

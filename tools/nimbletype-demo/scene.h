@@ -1,0 +1,70 @@
+#pragma once
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "tests/support/user_keyboard.h"
+#include "tools/nimbletype-demo/child_process.h"
+#include "tools/nimbletype-demo/editor.h"
+#include "tools/nimbletype-demo/ghost_window.h"
+#include "tools/nimbletype-demo/trace_log.h"
+
+namespace nimbletype {
+
+// An empty folder that goes with this object.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// The real application beside a real editor, and a user at the keyboard.
+class Scene {
+ public:
+  struct Cast {
+    std::string application, model, editor, engine;  // no model, no engine: as the application has it
+  };
+  explicit Scene(Cast cast);
+
+  // Starts the application and returns once it follows the editor's field: how long it took to be ready.
+  std::chrono::milliseconds startApplication();
+
+  // Types like a person: one key, then a rest.
+  void typeKey(char character, std::chrono::milliseconds restAfter);
+  void typeSlowly(const std::string& text);
+  // Types sentence after sentence, each on a line of its own, until a ghost of at least two words stands
+  // after one. Throws when none does; `tellSkipped` hears of those without.
+  std::string typeUntilGhost(const std::function<void(const std::string& sentence)>& tellSkipped);
+
+  // The text of the ghost on screen that has not been typed or taken yet; none when there is no ghost.
+  std::optional<std::string> offered();
+
+  UserKeyboard& user() { return user_; }
+  Editor& editor() { return editor_; }
+  GhostWindow& ghost() { return *ghost_; }
+  TraceLog& trace() { return trace_; }
+  ChildProcess& application() { return *application_; }
+  std::string applicationLog() const;
+
+ private:
+  bool endsInGhost();
+  void writeSettings() const;
+
+  Cast cast_;
+  ScratchFolder folder_;
+  DesktopWindows windows_;
+  UserKeyboard user_;
+  Editor editor_;
+  TraceLog trace_;
+  std::unique_ptr<ChildProcess> application_;
+  std::unique_ptr<GhostWindow> ghost_;
+};
+
+}  // namespace nimbletype

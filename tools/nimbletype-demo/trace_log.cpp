@@ -1,0 +1,42 @@
+#include "tools/nimbletype-demo/trace_log.h"
+
+#include <algorithm>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace nimbletype {
+
+void TraceLog::readOn() {
+  if (!file_.is_open()) file_.open(path_);
+  if (!file_.is_open()) return;
+  file_.clear();
+  rest_.append(std::istreambuf_iterator<char>(file_), {});
+  std::size_t start = 0;
+  for (auto end = rest_.find('\n'); end != std::string::npos; end = rest_.find('\n', start)) {
+    take(rest_.substr(start, end - start));
+    start = end + 1;
+  }
+  rest_.erase(0, start);
+}
+
+void TraceLog::take(const std::string& line) {
+  std::istringstream words(line);
+  long long microseconds = 0;
+  TraceEntry entry;
+  words >> microseconds >> entry.stage;
+  entry.at = Clock::time_point(std::chrono::microseconds(microseconds));
+  if (entry.stage == "suggestion") {
+    const auto value = nlohmann::json::parse(words, nullptr, false);
+    if (value.is_object()) lastSuggestion_ = OfferedText{value.value("before", ""), value.value("text", "")};
+  }
+  entries_.push_back(std::move(entry));
+}
+
+bool TraceLog::has(const std::string& stage) {
+  readOn();
+  return std::any_of(entries_.begin(), entries_.end(),
+                     [&](const auto& entry) { return entry.stage == stage; });
+}
+
+}  // namespace nimbletype

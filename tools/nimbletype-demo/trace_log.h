@@ -1,0 +1,41 @@
+#pragma once
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/nimbletype-demo/waiting.h"
+
+namespace nimbletype {
+
+// One line that the application wrote with NIMBLETYPE_TRACE.
+struct TraceEntry {
+  Clock::time_point at;
+  std::string stage;
+};
+
+// A suggestion and the text it was made for.
+struct OfferedText {
+  std::string before, text;
+};
+
+// What the application wrote so far. It may still be writing.
+class TraceLog {
+ public:
+  explicit TraceLog(std::string path) : path_(std::move(path)) {}
+
+  void readOn();
+  const std::vector<TraceEntry>& entries() const { return entries_; }
+  const std::optional<OfferedText>& lastSuggestion() const { return lastSuggestion_; }
+  bool has(const std::string& stage);
+
+ private:
+  void take(const std::string& line);
+
+  std::string path_, rest_;
+  std::ifstream file_;
+  std::vector<TraceEntry> entries_;
+  std::optional<OfferedText> lastSuggestion_;
+};
+
+}  // namespace nimbletype

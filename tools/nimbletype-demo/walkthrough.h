@@ -1,0 +1,36 @@
+#pragma once
+#include <filesystem>
+
+#include "tools/nimbletype-demo/scene.h"
+#include "tools/nimbletype-demo/transcript.h"
+
+namespace nimbletype {
+
+// The main job, start to end: type, see the ghost, take a word, type over it, take the rest.
+class Walkthrough {
+ public:
+  Walkthrough(Scene& scene, Transcript& transcript, std::filesystem::path out)
+      : scene_(scene), transcript_(transcript), out_(std::move(out)) {}
+
+  // Whether the document holds what was typed and taken, and nothing else.
+  bool run();
+
+ private:
+  void typeToGhost();
+  void takeWord();
+  void typeOver();
+  void takeRest();
+  void measureTyping();
+  bool documentIsAsExpected();
+  std::string expectedRest();
+  void awaitDocument(const std::string& what);
+  void photograph(const std::string& name);
+  std::vector<KeyTiming> timingsSince(std::span<const Clock::time_point> presses);
+
+  Scene& scene_;
+  Transcript& transcript_;
+  std::filesystem::path out_;
+  std::string expected_;  // what the document is to hold by now
+};
+
+}  // namespace nimbletype
