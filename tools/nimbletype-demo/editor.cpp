@@ -54,7 +54,7 @@ void Editor::awaitWindow() {
   windows_.resize(window_, windowSize);
   waitFor("the new size of " + program_, [this] {
     const auto place = windows_.placeOf(window_);
-    return place && place->size() == windowSize;
+    return place && place->width() == windowSize.width();  // some need more height
   });
 }
 
@@ -81,6 +81,11 @@ std::string Editor::text() {
 QImage Editor::picture() const {
   const auto frame = windows_.frameOf(window_);
   return frame ? windows_.screen(*frame) : QImage();
+}
+
+QPoint Editor::corner() const {
+  const auto frame = windows_.frameOf(window_);
+  return frame ? frame->topLeft() : QPoint();
 }
 
 }  // namespace nimbletype

@@ -17,6 +17,7 @@ class Editor {
   std::string text();
   // The window with its frame, as a picture.
   QImage picture() const;
+  QPoint corner() const;  // of that picture on the screen
   pid_t processID() const { return process_.processID(); }
 
  private:

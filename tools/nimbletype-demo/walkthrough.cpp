@@ -1,6 +1,7 @@
 #include "tools/nimbletype-demo/walkthrough.h"
 
 #include "core/completion/suggestion.h"
+#include "tools/nimbletype-demo/ink.h"
 
 namespace nimbletype {
 namespace {
@@ -9,6 +10,8 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t typedOverLetters = 3, measuredKeys = 50;
 constexpr std::uint16_t letterA = 0;
+constexpr int caretWidth = 3;
+constexpr double leastCommonInk = 0.6;  // toolkits differ in how they smooth
 constexpr std::string_view everydayText =
     "We will send the report on Monday and meet with the team to talk about it.";
 
@@ -32,7 +35,7 @@ bool Walkthrough::run() {
   takeWord();
   typeOver();
   takeRest();
-  const bool done = documentIsAsExpected();
+  const bool done = documentIsAsExpected() && ghostLookedLikeText();
   measureTyping();
   return documentIsAsExpected() && done;
 }
@@ -58,7 +61,9 @@ void Walkthrough::typeToGhost() {
   transcript_.say("ghost on screen: " + inQuotes(expectedRest()));
   const auto timing = timingsSince(last).at(0);
   if (timing.total) transcript_.say("the last key: " + described(timing));
-  photograph("1-ghost.png");
+  withGhost_ = photograph("1-ghost.png");
+  const auto place = scene_.ghost().onScreen();
+  if (place) ghostPlace_ = place->translated(-scene_.editor().corner());
 }
 
 void Walkthrough::takeWord() {
@@ -96,7 +101,7 @@ void Walkthrough::takeRest() {
   scene_.user().press(key::aboveTab);
   expected_ += rest;
   awaitDocument("the key above Tab took " + inQuotes(rest));
-  photograph("3-all.png");
+  withText_ = photograph("3-all.png");
 }
 
 // In an emptied document: some editors tell where the caret is on the first line only.
@@ -107,9 +112,9 @@ void Walkthrough::measureTyping() {
   awaitDocument("selecting all and deleting it emptied the document");
   std::vector<Clock::time_point> presses;
   for (std::size_t i = 0; i < measuredKeys; ++i) {
+    rest(humanRest(i));
     scene_.typeKey(everydayText[i], 0ms);
     presses.push_back(scene_.user().lastPress());
-    rest(humanRest(i));
   }
   expected_ += everydayText.substr(0, measuredKeys);
   awaitDocument("a line of " + std::to_string(measuredKeys) + " keys at the pace of a person");
@@ -137,10 +142,25 @@ void Walkthrough::awaitDocument(const std::string& what) {
 }
 
 // Accessibility tells of a change before the editor has painted it.
-void Walkthrough::photograph(const std::string& name) {
+QImage Walkthrough::photograph(const std::string& name) {
   rest(300ms);
-  if (!scene_.editor().picture().save(QString::fromStdString(out_ / name)))
+  QImage picture = scene_.editor().picture();
+  if (!picture.save(QString::fromStdString(out_ / name)))
     throw GaveUp("could not write " + (out_ / name).string());
+  return picture;
+}
+
+// In the editor's own font and size, on its baseline: once taken, the text is to stand where the ghost stood.
+bool Walkthrough::ghostLookedLikeText() {
+  const QRect beside = ghostPlace_.adjusted(caretWidth, 0, 0, 0);
+  QRect text = inkWithin(withText_, beside).adjusted(0, 0, -caretWidth, 0);
+  text.setTop(beside.top());
+  text.setBottom(beside.bottom());
+  text.setLeft(beside.left());
+  const double share = commonInk(withGhost_, withText_, text);
+  transcript_.say(std::to_string(static_cast<int>(100 * share)) +
+                  " % of the ink of the ghost and of the text taken is in the same pixels");
+  return share >= leastCommonInk;
 }
 
 std::vector<KeyTiming> Walkthrough::timingsSince(std::span<const Clock::time_point> presses) {

@@ -24,13 +24,16 @@ class Walkthrough {
   bool documentIsAsExpected();
   std::string expectedRest();
   void awaitDocument(const std::string& what);
-  void photograph(const std::string& name);
+  bool ghostLookedLikeText();
+  QImage photograph(const std::string& name);
   std::vector<KeyTiming> timingsSince(std::span<const Clock::time_point> presses);
 
   Scene& scene_;
   Transcript& transcript_;
   std::filesystem::path out_;
   std::string expected_;  // what the document is to hold by now
+  QImage withGhost_, withText_;
+  QRect ghostPlace_;  // in the first picture
 };
 
 }  // namespace nimbletype

@@ -8,20 +8,21 @@ namespace nimbletype {
 namespace {
 
 constexpr std::int64_t longestBeginning = 2000;
+constexpr int textMargin = 4, thickestFrame = 2;  // pixels, as Qt has them
 
 DBusCall boxCall(const AtspiTextPosition& at, std::int64_t offset) {
   return {at.element->bus(), at.element->path(), atspi::textInterface, "GetCharacterExtents",
           g_variant_new("(iu)", static_cast<gint32>(offset), 0u)};
 }
 
-struct Edge {
+struct Corner {
   bool known = false;
-  int top = 0;
+  int left = 0, top = 0;
 };
-Edge topOf(GVariant* box) {
-  const VariantPtr y = childOf(box, 1), height = childOf(box, 3);
-  if (!y || !height || g_variant_get_int32(height.get()) <= 0) return {};
-  return {true, g_variant_get_int32(y.get())};
+Corner cornerOf(GVariant* box) {
+  const VariantPtr x = childOf(box, 0), y = childOf(box, 1), height = childOf(box, 3);
+  if (!x || !y || !height || g_variant_get_int32(height.get()) <= 0) return {};
+  return {true, g_variant_get_int32(x.get()), g_variant_get_int32(y.get())};
 }
 
 }  // namespace
@@ -38,6 +39,8 @@ void AtspiFlatLines::ask(DBusBatch& batch, const AtspiTextPosition& at) {
   beginning_ = batch.call({at.element->bus(), at.element->path(), atspi::textInterface, "GetText",
                            g_variant_new("(ii)", 0, length)});
   first_ = batch.call(boxCall(at, 0));
+  frame_ = batch.call(
+      {at.element->bus(), at.element->path(), atspi::component, "GetExtents", g_variant_new("(u)", 0u)});
 }
 
 std::int64_t AtspiFlatLines::trustedEnd(const DBusBatch& batch, const AtspiTextPosition& at, AtspiBus& bus,
@@ -59,9 +62,21 @@ AtspiFlatLines::Verdict AtspiFlatLines::judge(GVariant* first, std::int64_t seco
   DBusBatch batch(bus.connection(), deadline);
   const auto second = batch.call(boxCall(at, secondParagraph));
   batch.wait();
-  const Edge upper = topOf(first), lower = topOf(batch.reply(second));
+  const Corner upper = cornerOf(first), lower = cornerOf(batch.reply(second));
   if (!upper.known || !lower.known) return Verdict::unknown;
   return lower.top > upper.top ? Verdict::honest : Verdict::flat;
+}
+
+double AtspiFlatLines::missingMargin(const DBusBatch& batch) const {
+  if (!asked_ || verdict_ == Verdict::honest) return 0;
+  const Corner text = cornerOf(batch.reply(first_));
+  const Corner field = cornerOf(childOf(batch.reply(frame_), 0).get());
+  if (!text.known || !field.known) return 0;
+  const int beside = text.left - field.left, above = text.top - field.top;
+  // Honest editors have the same margin on both sides. Line numbers stand in the one beside the text.
+  const bool looksFlat = above >= 0 && above <= thickestFrame && beside == above + textMargin;
+  const bool isFlat = verdict_ == Verdict::flat && above >= 0 && above <= thickestFrame;
+  return looksFlat || isFlat ? textMargin : 0;
 }
 
 }  // namespace nimbletype

@@ -8,7 +8,7 @@ namespace nimbletype {
 
 // Qt's plain text editors answer for every paragraph as if it were the first one: the boxes of all others are
 // at the wrong height. Such an editor is recognised by its first two paragraphs, and what it says of later
-// ones is not used.
+// ones is not used. In the first one they forget the margin above the text, though not that beside it.
 class AtspiFlatLines {
  public:
   static constexpr std::int64_t everywhere = std::numeric_limits<std::int64_t>::max();
@@ -18,6 +18,8 @@ class AtspiFlatLines {
   // After the batch: up to which offset boxes can be trusted.
   std::int64_t trustedEnd(const DBusBatch& batch, const AtspiTextPosition& at, AtspiBus& bus,
                           Deadline deadline);
+  // After `trustedEnd`: by how many pixels the boxes that can be trusted are too high.
+  double missingMargin(const DBusBatch& batch) const;
 
  private:
   enum class Verdict { unknown, honest, flat };
@@ -27,7 +29,7 @@ class AtspiFlatLines {
   AtspiRef element_;  // the verdict is about this one
   Verdict verdict_ = Verdict::unknown;
   bool asked_ = false;
-  DBusBatch::Id beginning_ = 0, first_ = 0;
+  DBusBatch::Id beginning_ = 0, first_ = 0, frame_ = 0;
 };
 
 }  // namespace nimbletype

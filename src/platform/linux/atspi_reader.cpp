@@ -202,12 +202,15 @@ void AtspiReader::readInText(const AtspiRef& element, std::span<const AttributeR
   batch.wait();
   const std::int64_t trustedEnd =
       asksForBoxes ? flatLines_.trustedEnd(batch, position_, bus_, deadline) : AtspiFlatLines::everywhere;
+  const double missingMargin = asksForBoxes ? flatLines_.missingMargin(batch) : 0;
   for (std::size_t i = 0; i < reads.size(); ++i) {
     if (!decoders[i]) continue;
     values[i] = decoders[i](batch);
     if (reads[i].attribute != boundsForRange) continue;
     if (position_.own(std::get<TextRange>(reads[i].parameter)).location > trustedEnd)
       values[i] = TopLeftRect{};
+    else if (auto* box = std::get_if<TopLeftRect>(&values[i]); box && box->height > 0)
+      box->y += missingMargin;
   }
 }
 
