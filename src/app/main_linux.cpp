@@ -52,6 +52,9 @@ QString lockPath() {
 int main(int argc, char** argv) {
   // The ghost is to be on screen, or gone, in the frame in which it was decided.
   qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+  // Other applications tell where their text is in pixels of the screen, whatever the resolution.
+  qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+  for (const char* factor : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) qunsetenv(factor);
   QGuiApplication app(argc, argv);
   QGuiApplication::setApplicationName("nimbletype");
   QGuiApplication::setApplicationVersion(NIMBLETYPE_VERSION);
@@ -71,7 +74,8 @@ int main(int argc, char** argv) {
   nimbletype::LinuxDesktop desktop(options.model, options.verbose);
   nimbletype::AppModel model(desktop.ports());
   std::optional<nimbletype::StageTrace> trace;
-  if (const auto path = environment("NIMBLETYPE_TRACE")) trace.emplace(path->c_str(), model.engine(), desktop.loop());
+  if (const auto path = environment("NIMBLETYPE_TRACE"))
+    trace.emplace(path->c_str(), model.engine(), desktop.loop());
   const bool tapRunning = model.start();
   std::printf("Nimbletype is ready%s.\n",
               tapRunning ? "" : ", but the keys that take suggestions are not to be had");

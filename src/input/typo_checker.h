@@ -30,8 +30,10 @@ class TypoChecker {
   std::optional<std::string_view> misspelledWord(std::string_view before);
   // The fix for that word; none while its correction is still being looked up.
   std::optional<TypoFix> fix(std::string_view before);
+  // Forgets the corrections looked up so far: the dictionary has changed.
+  void forget() { corrections_.clear(); }
   // Called when a correction that was being looked up has been found.
-  void onFound(std::function<void()> found) { checker_.onFound(std::move(found)); }
+  void onFound(const std::function<void()>& found) { checker_.onFound(found); }
 
  private:
   std::optional<std::string> correction(std::string_view word);

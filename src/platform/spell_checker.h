@@ -16,7 +16,7 @@ class SpellChecker {
   // Whether a correction that `correction` could not give is still on its way; `onFound` hears of it then. A
   // checker that knows every correction at once has nothing to tell.
   virtual bool isLookingUp(std::string_view) const { return false; }
-  virtual void onFound(std::function<void()>) {}
+  virtual void onFound(const std::function<void()>&) {}
 };
 
 }  // namespace nimbletype

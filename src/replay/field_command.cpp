@@ -27,7 +27,7 @@ void applyField(LineReader& line, ScriptedDesktop& desktop) {
   readText(line, "role", field.role);
   readText(line, "before", field.before);
   readText(line, "after", field.after);
-  if (const auto length = line.integer("selectionLength")) field.selectionLength = *length;
+  if (const auto length = line.integer("selectionLength", INT64_MIN)) field.selectionLength = *length;
   if (line.has("caretRect")) field.caretRect = line.rect("caretRect");
   if (line.has("lineStartX")) field.lineStartX = line.number("lineStartX");
   if (line.has("fieldFrame")) field.fieldFrame = line.rect("fieldFrame");

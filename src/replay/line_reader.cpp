@@ -1,20 +1,31 @@
 #include "replay/line_reader.h"
 
+#include <algorithm>
+
 namespace nimbletype {
 namespace {
 
 [[noreturn]] void wrongType(const char* name, const char* type) {
   throw LineError(std::string("\"") + name + "\" must be " + type);
 }
+// Fields whose absence is a value of its own.
+bool mayBeNull(std::string_view name) {
+  constexpr std::string_view names[] = {
+      "caretRect", "lineStartX", "fieldFrame",    "fontSize",     "fontName", "domain", "windowTitle",
+      "clipboard", "screenText", "nearbyText",    "recentText",   "seconds",  "mode",   "tabAccepts",
+      "insertion", "length",     "recordWriting", "engineStatus", "none"};
+  return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
 [[noreturn]] void missing(const char* name) {
   throw LineError(std::string("\"") + name + "\" is missing");
 }
 
 }  // namespace
 
-// None for a missing field and for null.
+// None for a missing field, and for null where that means something.
 const Json* LineReader::value(const char* name, const char* type, bool (Json::*isOfType)() const noexcept) {
-  if (!has(name) || isNull(name)) return nullptr;
+  if (!has(name) || (isNull(name) && mayBeNull(name))) return nullptr;
   const Json& found = line_.at(name);
   if (!(found.*isOfType)()) wrongType(name, type);
   return &found;

@@ -12,7 +12,7 @@ Json parsed(const std::string& text) {
   return line;
 }
 
-void runLine(const std::string& text, ScriptedDesktop& desktop, std::vector<std::string>& unread) {
+void runLine(const std::string& text, ScriptedDesktop& desktop, std::vector<std::string>& notes) {
   const Json line = parsed(text);
   LineReader reader(line);
   const std::string kind = reader.requiredText("t");
@@ -20,7 +20,10 @@ void runLine(const std::string& text, ScriptedDesktop& desktop, std::vector<std:
   if (!command) throw LineError("nothing is known about \"" + kind + "\"");
   command(reader, desktop);
   desktop.field.deliverChanges();
-  unread = reader.unread();
+  for (const std::string& name : reader.unread())
+    notes.push_back("\"" + name + "\" is not known here and was left out");
+  notes.insert(notes.end(), desktop.notes.begin(), desktop.notes.end());
+  desktop.notes.clear();
 }
 
 bool isSkipped(const std::string& text) {
@@ -33,19 +36,20 @@ bool isSkipped(const std::string& text) {
 int runReplay(std::istream& input, std::ostream& output, std::ostream& errors) {
   ScriptedDesktop desktop(output);
   std::string text;
-  for (int number = 1; std::getline(input, text); ++number) {
+  int status = 0;
+  for (int number = 1; status == 0 && std::getline(input, text); ++number) {
     if (isSkipped(text)) continue;
-    std::vector<std::string> unread;
+    std::vector<std::string> notes;
     try {
-      runLine(text, desktop, unread);
+      runLine(text, desktop, notes);
     } catch (const LineError& error) {
-      errors << "line " << number << ": " << error.what() << '\n';
-      return 2;
+      notes.emplace_back(error.what());
+      status = 2;
     }
-    for (const std::string& name : unread)
-      errors << "line " << number << ": \"" << name << "\" is not known here and was left out\n";
+    for (const std::string& note : notes) errors << "line " << number << ": " << note << '\n';
   }
-  return 0;
+  desktop.output.close();
+  return status;
 }
 
 }  // namespace nimbletype

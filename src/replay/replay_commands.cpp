@@ -11,10 +11,28 @@
 namespace nimbletype {
 namespace {
 
+// Of the right type, but without a meaning: stored like that, it reads back as the default.
+bool isMeaningless(const AnySetting* setting, const Json& value) {
+  if (!setting) return false;
+  return (setting->type() == SettingType::choice && value.is_string()) ||
+         (setting->type() == SettingType::keyCombo && value.is_object());
+}
+
+void assignDefault(AnySetting& setting) {
+  MemoryDefaultsStore nothingStored;
+  const Preferences defaults(nothingStored);
+  setting.assign(defaults.find(setting.key())->stored());
+}
+
 void set(LineReader& line, ScriptedDesktop& desktop) {
   const std::string key = line.requiredText("key");
-  if (const auto done = setFromJson(desktop.prefs, key, line.json("value")); !done)
-    throw LineError(done.error());
+  const Json& value = line.json("value");
+  const auto done = setFromJson(desktop.prefs, key, value);
+  if (done) return;
+  AnySetting* setting = desktop.prefs.find(key);
+  if (!isMeaningless(setting, value)) throw LineError(done.error());
+  assignDefault(*setting);
+  desktop.notes.push_back(done.error() + " Its default is used.");
 }
 
 void reset(LineReader&, ScriptedDesktop& desktop) {
@@ -32,7 +50,7 @@ std::optional<Enum> choice(LineReader& line, const char* name) {
 }
 
 std::string ruleKey(LineReader& line) {
-  const std::string key = line.requiredText("key");
+  std::string key = line.requiredText("key");
   if (!isRuleKey(key))
     throw LineError("\"" + key + "\" is no rule key: it must begin with \"app:\" or \"web:\"");
   return key;

@@ -14,10 +14,13 @@ class ReplayOutput {
   ReplayOutput(std::ostream& stream, const VirtualMainLoop& loop) : stream_(stream), loop_(loop) {}
   // `fields` is an object; its keys follow in their order.
   void print(std::string_view kind, const Json& fields);
+  // Nothing more is printed: what ends with the desktop is no one's doing.
+  void close() { closed_ = true; }
 
  private:
   std::ostream& stream_;
   const VirtualMainLoop& loop_;
+  bool closed_ = false;
 };
 
 }  // namespace nimbletype

@@ -43,6 +43,7 @@ class ScriptedDesktop {
   ScriptedContext context;
   ReplyQueue replies;
   std::optional<ProviderStatus> engineStatus;
+  std::vector<std::string> notes;  // what whoever wrote the current line should know
 
   Preferences prefs;
   AppRules rules;

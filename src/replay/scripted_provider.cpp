@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/completion/generation.h"
+
 namespace nimbletype {
 
 void ReplyQueue::add(ScriptedReply reply) {
@@ -45,7 +47,9 @@ void ReplyQueue::cancelled(const std::shared_ptr<Running>& running) {
   if (!std::exchange(running->done, nullptr)) return;
   running->timer.cancel();
   if (unanswered_ == running) unanswered_.reset();
-  if (auto reply = std::exchange(running->lateReply, std::nullopt)) replies_.push_front(*std::move(reply));
+  // A reply that came too late for a request is used up by it.
+  auto reply = std::exchange(running->lateReply, std::nullopt);
+  if (reply && reply->after < Generation::longest) replies_.push_front(*std::move(reply));
   output_.print("cancel", Json::object());
 }
 

@@ -28,6 +28,7 @@ void setFrontApp(const Json& value, ScriptedDesktop& desktop) {
 void setMisspelled(const Json& value, ScriptedDesktop& desktop) {
   if (!value.is_object()) throw LineError("\"misspelled\" must be an object");
   desktop.spellChecker.words.clear();
+  desktop.typo.forget();
   for (const auto& [word, correction] : value.items()) {
     if (!correction.is_string() && !correction.is_null())
       throw LineError("the correction of \"" + word + "\" must be a text or null");

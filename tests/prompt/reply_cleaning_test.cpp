@@ -20,6 +20,7 @@ TEST(ReplyCleaning, Steps) {
       {"<think>hm\nhm</think>\n\nthe answer", "the answer"},
       {"one <think>a</think>two", "one two"},
       {"<think>never ends", ""},
+      {"<think>a<think>b</think>c</think>ok", "ok"},
       {"fine.[Context] Mail", "fine."},
       {"fine [On screen] x [Now] y", "fine"},
       {"[Writer's phrasing] x", ""},

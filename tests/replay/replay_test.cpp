@@ -106,6 +106,7 @@ TEST(Replay, LinesThatAreNotValidEndTheRun) {
       {R"({"t":"advance","ms":"soon"})", "line 2: \"ms\" must be a whole number"},
       {R"({"t":"advance","ms":-1})", "line 2: \"ms\" must not be below 0"},
       {R"({"t":"field","caretRect":[1,2,3]})", "line 2: \"caretRect\" must be four numbers"},
+      {R"({"t":"field","before":null})", "line 2: \"before\" must be a text"},
       {R"({"t":"field","before":7})", "line 2: \"before\" must be a text"},
       {R"({"t":"field","change":"mood"})", "line 2: \"mood\" is no kind of change"},
       {R"({"t":"rule","key":"Mail","mode":"on"})", "line 2: \"Mail\" is no rule key"},

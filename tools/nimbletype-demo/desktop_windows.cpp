@@ -67,6 +67,13 @@ std::optional<QRect> DesktopWindows::frameOf(xcb_window_t window) const {
   }
 }
 
+void DesktopWindows::setFontResolution(int dotsPerInch) const {
+  const std::string resources = "Xft.dpi:\t" + std::to_string(dotsPerInch) + "\n";
+  xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING,
+                      8, static_cast<std::uint32_t>(resources.size()), resources.data());
+  syncWithServer(connection());
+}
+
 void DesktopWindows::resize(xcb_window_t window, QSize size) const {
   const std::uint32_t values[] = {static_cast<std::uint32_t>(size.width()),
                                   static_cast<std::uint32_t>(size.height())};

@@ -24,6 +24,8 @@ class DesktopWindows {
   std::optional<QRect> placeOf(xcb_window_t window) const;
   // With what the window manager draws around it.
   std::optional<QRect> frameOf(xcb_window_t window) const;
+  // How large programs started from now on draw their texts.
+  void setFontResolution(int dotsPerInch) const;
   void resize(xcb_window_t window, QSize size) const;
 
   // What is to be seen of the window, or of this part of the screen.

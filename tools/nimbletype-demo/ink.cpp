@@ -1,16 +1,14 @@
 #include "tools/nimbletype-demo/ink.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace nimbletype {
 namespace {
 
-// Of 255: grey text on white, but not the lightest of its edges.
-constexpr int faintestInk = 50;
-
 // What differs from the upper left corner, which is background.
-bool isInk(const QImage& picture, const QRect& part, int x, int y) {
-  return std::abs(qGray(picture.pixel(x, y)) - qGray(picture.pixel(part.topLeft()))) >= faintestInk;
+int inkAt(const QImage& picture, const QRect& part, int x, int y) {
+  return std::abs(qGray(picture.pixel(x, y)) - qGray(picture.pixel(part.topLeft())));
 }
 
 template <typename Visit>
@@ -19,23 +17,38 @@ void eachPixel(const QRect& part, Visit visit) {
     for (int x = part.left(); x <= part.right(); ++x) visit(x, y);
 }
 
+// The pixels with at least half of the strongest contrast there: grey text has them where black text has.
+class Ink {
+ public:
+  Ink(const QImage& picture, const QRect& part) : picture_(picture), part_(part) {
+    eachPixel(part,
+              [this](int x, int y) { strongest_ = std::max(strongest_, inkAt(picture_, part_, x, y)); });
+  }
+  bool isAt(int x, int y) const { return strongest_ > 0 && 2 * inkAt(picture_, part_, x, y) >= strongest_; }
+
+ private:
+  const QImage& picture_;
+  QRect part_;
+  int strongest_ = 0;
+};
+
 }  // namespace
 
 double commonInk(const QImage& one, const QImage& other, const QRect& part) {
-  if (!one.rect().contains(part) || !other.rect().contains(part)) return 0;
+  const Ink first(one, part), second(other, part);
   double both = 0, either = 0;
   eachPixel(part, [&](int x, int y) {
-    const bool first = isInk(one, part, x, y), second = isInk(other, part, x, y);
-    both += first && second;
-    either += first || second;
+    both += first.isAt(x, y) && second.isAt(x, y);
+    either += first.isAt(x, y) || second.isAt(x, y);
   });
   return either > 0 ? both / either : 0;
 }
 
 QRect inkWithin(const QImage& picture, const QRect& part) {
+  const Ink ink(picture, part & picture.rect());
   QRect found;
   eachPixel(part & picture.rect(), [&](int x, int y) {
-    if (isInk(picture, part, x, y)) found |= QRect(x, y, 1, 1);
+    if (ink.isAt(x, y)) found |= QRect(x, y, 1, 1);
   });
   return found;
 }

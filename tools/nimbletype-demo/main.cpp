@@ -19,8 +19,8 @@ constexpr const char* usage =
     "       nimbletype-demo --measure --app PROGRAM [--model FILE] [--editor mousepad|featherpad]\n";
 
 struct Options {
-  std::map<std::string, std::string> values{
-      {"--app", ""}, {"--model", ""}, {"--editor", "mousepad"}, {"--out", ""}, {"--engine", ""}};
+  std::map<std::string, std::string> values{{"--app", ""}, {"--model", ""}, {"--editor", "mousepad"},
+                                            {"--out", ""}, {"--dpi", ""},   {"--engine", ""}};
   bool measure = false;
 
   Scene::Cast cast() const {
@@ -51,6 +51,8 @@ bool demonstrate(const Options& options) {
   Transcript transcript(out / "transcript.txt");
   std::optional<Scene> scene;
   try {
+    if (const int dpi = std::atoi(options.values.at("--dpi").c_str()); dpi > 0)
+      DesktopWindows().setFontResolution(dpi);
     scene.emplace(options.cast());
     transcript.say(options.values.at("--editor") + " is open, its text field focused");
     const auto took = scene->startApplication();

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 constexpr std::size_t typedOverLetters = 3, measuredKeys = 50;
 constexpr std::uint16_t letterA = 0;
 constexpr int caretWidth = 3;
-constexpr double leastCommonInk = 0.6;  // toolkits differ in how they smooth
+constexpr double leastCommonInk = 0.5;  // toolkits differ in how they smooth
 constexpr std::string_view everydayText =
     "We will send the report on Monday and meet with the team to talk about it.";
 
@@ -157,7 +157,11 @@ bool Walkthrough::ghostLookedLikeText() {
   text.setTop(beside.top());
   text.setBottom(beside.bottom());
   text.setLeft(beside.left());
-  const double share = commonInk(withGhost_, withText_, text);
+  // Some editors tell the caret's place a pixel too far left or right; the height has to be right.
+  double share = 0;
+  for (const int aside : {-1, 0, 1})
+    share =
+        std::max(share, commonInk(withGhost_, withText_.copy(withText_.rect().translated(aside, 0)), text));
   transcript_.say(std::to_string(static_cast<int>(100 * share)) +
                   " % of the ink of the ghost and of the text taken is in the same pixels");
   return share >= leastCommonInk;

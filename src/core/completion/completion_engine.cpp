@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 
 #include "core/completion/ghost_builder.h"
 #include "core/completion/own_change.h"
@@ -17,6 +18,12 @@ constexpr std::string_view logCategory = "engine";
 // An application shows an insertion soon, but not at once.
 constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
 
+// Whole milliseconds; the file may have been edited by hand.
+Milliseconds::rep pauseFor(double milliseconds) {
+  constexpr double longest = 60'000;
+  return static_cast<Milliseconds::rep>(std::clamp(milliseconds, 0.0, longest));
+}
+
 const char* yesNo(bool value) {
   return value ? "true" : "false";
 }
@@ -26,13 +33,13 @@ const char* yesNo(bool value) {
 CompletionEngine::CompletionEngine(const Services& services)
     : s_(services), context_(services.context, services.loop), generation_(services.loop) {
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
-  for (AnySetting* setting :
-       {static_cast<AnySetting*>(&s_.prefs.isEnabled), static_cast<AnySetting*>(&s_.prefs.enabledByDefault),
-        static_cast<AnySetting*>(&s_.prefs.codeEditorsEnabled),
-        static_cast<AnySetting*>(&s_.prefs.onDemandOnly),
-        static_cast<AnySetting*>(&s_.prefs.completeInsideText),
-        static_cast<AnySetting*>(&s_.prefs.ignoreSmallFields)})
-    observations_.push_back(setting->observe([this] { reconsider(); }));
+  const std::initializer_list<AnySetting*> settings = {
+      &s_.prefs.isEnabled,          &s_.prefs.enabledByDefault,
+      &s_.prefs.codeEditorsEnabled, &s_.prefs.completeInsideText,
+      &s_.prefs.ignoreSmallFields,  &s_.prefs.onDemandOnly,
+      &s_.prefs.batteryOnDemand,    &s_.prefs.triggerKey,
+      &s_.prefs.insertion,          &s_.prefs.length};
+  for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
 }
 
@@ -53,6 +60,7 @@ void CompletionEngine::sourceChanged() {
 void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   // Applications report one change several times; only a real one counts. What surrounds it may have changed.
   if (!forceNext_ && snapshot_ == snapshot) return reconsider();
+  if (!forceNext_) asked_ = false;
   if (suppressed_ && !suppressed_->before && suppressed_->fieldKey != snapshot.fieldKey) suppressed_.reset();
   snapshot_ = snapshot;
   reached(Stage::fieldChanged);
@@ -73,13 +81,15 @@ void CompletionEngine::reconsider() {
     block(*reason);
   else if (wasBlocked)
     process();
+  else if (isShowing() && shownChanged_)
+    shownChanged_();  // the keys to take may be others now
 }
 
 std::optional<std::string> CompletionEngine::blockedReason() {
   decision_ = s_.rules.decision(snapshot_->bundleID, snapshot_->appName, snapshot_->domain);
   const Preferences& prefs = s_.prefs;
   // A suggestion that was asked for may be typed over and taken word by word.
-  const bool forced = forceNext_ || suggestion_.has_value();
+  const bool forced = forceNext_ || asked_ || suggestion_.has_value();
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
   return firstGate(*snapshot_,
                    {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(), prefs.completeInsideText.get(),
@@ -95,7 +105,8 @@ void CompletionEngine::process() {
   if (hadSuggestion)
     if (auto reason = blockedReason()) return block(*reason);
   if (ownChange || isSuppressed()) return setStatus({});
-  if (offerFix() || holdTypo()) return;
+  const bool offered = offerFix();
+  if (holdTypo() || offered) return;
   schedule();
 }
 
@@ -175,10 +186,11 @@ bool CompletionEngine::holdTypo() {
 }
 
 void CompletionEngine::schedule() {
-  const Milliseconds pause{forceNext_ ? 0 : static_cast<Milliseconds::rep>(s_.prefs.delayMilliseconds.get())};
+  const Milliseconds pause{forceNext_ ? 0 : pauseFor(s_.prefs.delayMilliseconds.get())};
+  asked_ = forceNext_;
   forceNext_ = false;
   setStatus({Status::Case::waiting, {}});
-  pending_ = s_.loop.after(std::max(pause, Milliseconds{0}), [this] { generate(); });
+  pending_ = s_.loop.after(pause, [this] { generate(); });
 }
 
 void CompletionEngine::generate() {
@@ -330,7 +342,6 @@ bool CompletionEngine::acceptNext() {
 }
 
 bool CompletionEngine::acceptAll() {
-  if (pendingFix_) return false;
   if (!canAccept("accept all")) return false;
   const std::string rest(suggestion_->acceptable());
   forgetShown();

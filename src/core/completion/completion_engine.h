@@ -141,6 +141,7 @@ class CompletionEngine {
   std::optional<Suppression> suppressed_;
   bool hintForSuggestion_ = false;
   bool forceNext_ = false;
+  bool asked_ = false;  // Suggest Now brought about the request for this snapshot
   ContextCache context_;
   TextWindow window_;
   Generation generation_;

@@ -4,10 +4,11 @@ namespace nimbletype {
 
 const PromptContext& ContextCache::contextFor(const FieldSnapshot& snapshot) {
   const MonotonicTime now = loop_.now();
-  const bool stale = !context_ || snapshot.fieldKey != fieldKey_ || now - lastUse_ >= pause;
+  Place place{snapshot.fieldKey, snapshot.bundleID, snapshot.appName, snapshot.windowTitle, snapshot.domain};
+  const bool stale = !context_ || place != place_ || now - lastUse_ >= pause;
   if (stale) {
     context_ = source_.gather(snapshot);
-    fieldKey_ = snapshot.fieldKey;
+    place_ = std::move(place);
   }
   lastUse_ = now;
   return *context_;

@@ -8,8 +8,8 @@
 namespace nimbletype {
 
 // Keeps the gathered context for one visit to a field, so that prompts share their beginning while the user
-// types. It is gathered anew in another field, after a typing pause, and when something is known to have
-// changed.
+// types. It is gathered anew in another field or window, after a typing pause, and when something is known to
+// have changed.
 class ContextCache {
  public:
   static constexpr Milliseconds pause{3000};
@@ -21,8 +21,15 @@ class ContextCache {
  private:
   ContextSource& source_;
   MainLoop& loop_;
+  // What a snapshot tells of its surroundings: gathered text belongs to one of these.
+  struct Place {
+    std::string fieldKey, bundleID, appName;
+    std::optional<std::string> windowTitle, domain;
+    bool operator==(const Place&) const = default;
+  };
+
   std::optional<PromptContext> context_;
-  std::string fieldKey_;
+  Place place_;
   MonotonicTime lastUse_;
 };
 

@@ -36,18 +36,18 @@ PromptContext allowedContext(PromptContext c, const Preferences& prefs) {
 }
 
 CompletionRequest makeRequest(const RequestParts& parts) {
-  const std::string before = text::withPlainSpaces(parts.before);
-  const std::string_view last = text::lastCharacter(before);
+  const std::string_view last = text::lastCharacter(parts.before);
   CompletionRequest request;
   request.instructions = systemPrompt(parts.words);
-  request.prompt = userMessage(parts.context, before);
+  request.prompt = userMessage(parts.context, parts.before);
+  // Editors on web pages write no-break spaces that a model would take for something rare.
   request.rawPrompt = rawPrompt(parts.context, text::withPlainSpaces(parts.window));
   request.maxTokens = tokensFor(parts.words);
   request.temperature = parts.temperature;
   request.stop = {"\n"};
   request.model = parts.model;
   request.healLast = text::isLetter(last) || text::isDigit(last);
-  request.spaceTyped = last == " ";
+  request.spaceTyped = text::withPlainSpaces(last) == " ";
   return request;
 }
 

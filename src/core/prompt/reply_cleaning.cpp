@@ -21,15 +21,25 @@ std::string lowercasedStart(std::string_view s) {
   return text::lowercased(text::firstCharacters(s.substr(0, longestStart * 4), longestStart));
 }
 
+// The end of the block that begins at `start`, which may hold others. One that never ends is all reasoning:
+// the engine ran out of tokens inside it.
+std::size_t reasoningEndFrom(std::string_view reply, std::size_t start) {
+  std::size_t at = start + reasoningStart.size();
+  for (int depth = 1; depth > 0;) {
+    const std::size_t end = reply.find(reasoningEnd, at), inner = reply.find(reasoningStart, at);
+    if (end == std::string_view::npos) return reply.size();
+    depth += inner < end ? 1 : -1;
+    at = inner < end ? inner + reasoningStart.size() : end + reasoningEnd.size();
+  }
+  return at;
+}
+
 }  // namespace
 
-// A block that never ends is all reasoning: the engine ran out of tokens inside it.
 std::string withoutReasoning(std::string_view reply) {
   std::string rest(reply);
   for (std::size_t start; (start = rest.find(reasoningStart)) != std::string::npos;) {
-    const std::size_t end = rest.find(reasoningEnd, start);
-    const std::size_t after = end == std::string::npos ? rest.size() : end + reasoningEnd.size();
-    rest.erase(start, after - start);
+    rest.erase(start, reasoningEndFrom(rest, start) - start);
     // The blank lines after a block belong to it; a blank before the answer may be the word's own.
     if (start == 0) rest.erase(0, std::min(rest.find_first_not_of("\r\n"), rest.size()));
   }

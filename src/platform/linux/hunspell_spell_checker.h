@@ -25,7 +25,7 @@ class HunspellSpellChecker : public SpellChecker {
   bool isMisspelled(std::string_view word) override;
   std::optional<std::string> correction(std::string_view word) override;
   bool isLookingUp(std::string_view word) const override { return lookingUp_.contains(word); }
-  void onFound(std::function<void()> found) override { found_ = std::move(found); }
+  void onFound(const std::function<void()>& found) override { found_ = found; }
   // Whether the dictionary has been loaded.
   bool isReady() const;
 
