@@ -13,7 +13,7 @@ struct CountingChecker : SpellChecker {
     return pending ? std::nullopt : words.find(word)->second;
   }
   bool isLookingUp(std::string_view) const override { return pending; }
-  void onFound(std::function<void()> call) override { found = std::move(call); }
+  void onFound(const std::function<void()>& call) override { found = call; }
 
   std::map<std::string, std::optional<std::string>, std::less<>> words;
   std::function<void()> found;

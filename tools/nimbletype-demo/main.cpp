@@ -14,8 +14,8 @@ namespace {
 using namespace nimbletype;
 
 constexpr const char* usage =
-    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad --out DIR [--engine "
-    "KIND]\n"
+    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad --out DIR\n"
+    "                       [--engine KIND] [--dpi N]\n"
     "       nimbletype-demo --measure --app PROGRAM [--model FILE] [--editor mousepad|featherpad]\n";
 
 struct Options {
