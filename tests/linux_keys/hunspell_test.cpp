@@ -89,10 +89,12 @@ TEST(SureCorrection, OnlySlipsOfTheHand) {
   const struct {
     const char *word, *suggestion;
     bool sure;
-  } cases[] = {{"recieve", "receive", true},  {"teh", "the", true},          {"occured", "occurred", true},
-               {"untill", "until", false},    {"comming", "coming", true},   {"doesnt", "doesn't", true},
-               {"tomor", "tumor", false},     {"becaus", "because", false},  {"differen", "different", false},
-               {"wher", "when", false},       {"naiev", "naive", true},      {"übre", "über", true},
+  } cases[] = {{"recieve", "receive", true},       {"teh", "the", true},
+               {"occured", "occurred", true},      {"untill", "until", false},
+               {"comming", "coming", true},        {"doesnt", "doesn't", true},
+               {"tomor", "tumor", false},          {"becaus", "because", false},
+               {"differen", "different", false},   {"wher", "when", false},
+               {"naiev", "naive", true},           {"übre", "über", true},
                {"definately", "definitely", false}};
   for (const auto& c : cases) EXPECT_EQ(isSureCorrection(c.word, c.suggestion), c.sure) << c.word;
 }

@@ -63,6 +63,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   if (!forceNext_) asked_ = false;
   if (suppressed_ && !suppressed_->before && suppressed_->fieldKey != snapshot.fieldKey) suppressed_.reset();
   snapshot_ = snapshot;
+  holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
   process();
@@ -79,7 +80,7 @@ void CompletionEngine::reconsider() {
   const bool wasBlocked = status_.state == Status::Case::blocked;
   if (auto reason = blockedReason())
     block(*reason);
-  else if (wasBlocked)
+  else if (wasBlocked && !holdReason_)
     process();
   else if (isShowing() && shownChanged_)
     shownChanged_();  // the keys to take may be others now
@@ -181,7 +182,8 @@ bool CompletionEngine::holdTypo() {
   if (!word) return false;
   s_.log.log(logCategory, "held: the word being typed looks misspelled (" +
                               std::to_string(text::characterCount(*word)) + " letters)");
-  setStatus(Status::blocked("This word looks misspelled"));
+  holdReason_ = "This word looks misspelled";
+  setStatus(Status::blocked(*holdReason_));
   return true;
 }
 

@@ -139,6 +139,7 @@ class CompletionEngine {
   std::optional<Fix> pendingFix_;
   std::optional<Injection> lastInjection_;
   std::optional<Suppression> suppressed_;
+  std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it
   bool hintForSuggestion_ = false;
   bool forceNext_ = false;
   bool asked_ = false;  // Suggest Now brought about the request for this snapshot

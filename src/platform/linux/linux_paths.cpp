@@ -17,7 +17,9 @@ std::filesystem::path dataHome() {
 
 }  // namespace
 
-std::filesystem::path dataFolder() { return dataHome() / "Nimbletype"; }
+std::filesystem::path dataFolder() {
+  return dataHome() / "Nimbletype";
+}
 
 std::string userFullName() {
   const passwd* entry = getpwuid(getuid());

@@ -3,8 +3,8 @@
 
 namespace nimbletype {
 
-// Diagnostics on standard error, which the session keeps in its journal. Silent unless asked for, as nobody reads
-// the terminal of an application that was started from a menu.
+// Diagnostics on standard error, which the session keeps in its journal. Silent unless asked for, as nobody
+// reads the terminal of an application that was started from a menu.
 class StderrLog final : public SystemLog {
  public:
   explicit StderrLog(bool verbose) : verbose_(verbose) {}

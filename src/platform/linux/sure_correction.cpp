@@ -18,7 +18,8 @@ bool isExchange(const Letters& a, const Letters& b) {
          std::equal(first + 2, a.end(), other + 2);
 }
 
-// `longer` has one letter more, which doubles its neighbour; not at the end, where more letters may yet follow.
+// `longer` has one letter more, which doubles its neighbour; not at the end, where more letters may yet
+// follow.
 bool isDoubling(const Letters& shorter, const Letters& longer) {
   if (longer.size() != shorter.size() + 1) return false;
   const auto [first, other] = std::mismatch(shorter.begin(), shorter.end(), longer.begin());

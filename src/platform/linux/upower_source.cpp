@@ -17,8 +17,10 @@ void UPowerSource::found(GObject*, GAsyncResult* result, gpointer self) {
   GError* error = nullptr;
   GDBusProxy* proxy = g_dbus_proxy_new_for_bus_finish(result, &error);
   // When it was cancelled, the object is gone already.
-  if (proxy) static_cast<UPowerSource*>(self)->proxy_ = proxy;
-  else g_error_free(error);
+  if (proxy)
+    static_cast<UPowerSource*>(self)->proxy_ = proxy;
+  else
+    g_error_free(error);
 }
 
 bool UPowerSource::onBattery() const {

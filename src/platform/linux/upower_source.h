@@ -5,8 +5,8 @@
 
 namespace nimbletype {
 
-// The power state as UPower tells it. Asked in the background; until it has answered, and where there is no UPower,
-// the machine counts as plugged in.
+// The power state as UPower tells it. Asked in the background; until it has answered, and where there is no
+// UPower, the machine counts as plugged in.
 class UPowerSource final : public PowerSource {
  public:
   UPowerSource();
