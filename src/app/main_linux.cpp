@@ -9,6 +9,7 @@
 
 #include "app/linux_desktop.h"
 #include "app/stage_trace.h"
+#include "platform/linux/x11_display.h"
 
 namespace {
 
@@ -55,6 +56,13 @@ int main(int argc, char** argv) {
   // Other applications tell where their text is in pixels of the screen, whatever the resolution.
   qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
   for (const char* factor : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) qunsetenv(factor);
+  // On a Wayland session the X11 applications can be served all the same.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+  if (!nimbletype::canOpenDisplay()) {
+    std::fprintf(stderr,
+                 "Nimbletype needs an X11 display and can't open one. Start it from within a desktop.\n");
+    return 1;
+  }
   QGuiApplication app(argc, argv);
   QGuiApplication::setApplicationName("nimbletype");
   QGuiApplication::setApplicationVersion(NIMBLETYPE_VERSION);
@@ -79,6 +87,8 @@ int main(int argc, char** argv) {
   const bool tapRunning = model.start();
   std::printf("Nimbletype is ready%s.\n",
               tapRunning ? "" : ", but the keys that take suggestions are not to be had");
+  if (!options.model)
+    std::printf("There is no model yet: name a GGUF file with --model or NIMBLETYPE_MODEL.\n");
   std::fflush(stdout);
   return QGuiApplication::exec();
 }
