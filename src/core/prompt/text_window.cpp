@@ -1,5 +1,6 @@
 #include "core/prompt/text_window.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "text/text.h"
@@ -22,10 +23,6 @@ std::optional<std::size_t> findAnchor(std::string_view s, std::string_view head,
   return best;
 }
 
-bool fits(std::string_view s, std::size_t characters) {
-  return s.size() <= characters || text::lastCharacters(s, characters).size() == s.size();
-}
-
 }  // namespace
 
 std::size_t windowStart(std::string_view s, std::size_t count) {
@@ -38,10 +35,21 @@ std::size_t windowStart(std::string_view s, std::size_t count) {
   return start;
 }
 
+// Counting takes longer than everything else here, and no character has less than a byte: what was counted
+// once is not counted again before it can have become too long.
+bool TextWindow::fits(std::string_view window) {
+  const std::size_t grown = window.size() - std::min(window.size(), countedBytes_);
+  if (counted_ + grown <= longest) return true;
+  countedBytes_ = window.size();
+  counted_ = text::characterCount(window);
+  return counted_ <= longest;
+}
+
 std::string_view TextWindow::of(std::string_view before, std::string_view fieldKey) {
   if (fieldKey != fieldKey_) {
     fieldKey_ = fieldKey;
     fromStart_ = true;
+    countedBytes_ = counted_ = 0;
   }
   std::size_t start = 0;
   if (!fromStart_) {
@@ -49,9 +57,11 @@ std::string_view TextWindow::of(std::string_view before, std::string_view fieldK
     fromStart_ = !anchor;
     start = anchor.value_or(0);
   }
-  if (!fits(before.substr(start), longest)) {
+  if (!fits(before.substr(start))) {
     start = windowStart(before, afterStep);
     fromStart_ = false;
+    countedBytes_ = before.size() - start;
+    counted_ = afterStep;
   }
   if (!fromStart_) {
     head_ = before.substr(start, headBytes);

@@ -15,10 +15,14 @@ class TextWindow {
   std::string_view of(std::string_view before, std::string_view fieldKey);
 
  private:
+  bool fits(std::string_view window);
+
   std::string fieldKey_;
   std::string head_;        // the first bytes from the anchor on, to find it again
   std::size_t length_ = 0;  // bytes from the anchor to the caret, last time
   bool fromStart_ = true;   // no anchor yet: the text is used from its beginning
+  // The window was counted when it had so many bytes: it had so many characters.
+  std::size_t countedBytes_ = 0, counted_ = 0;
 };
 
 // Where a window of about `count` characters at the end of `s` may begin: after a line break or a blank near
