@@ -3,6 +3,8 @@ set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${NIMBLETYPE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/nimbletype}
 started=$SECONDS
+# Clones in different places share what ccache keeps.
+export CCACHE_BASEDIR=$top CCACHE_NOHASHDIR=1
 
 say() { printf '[%4ds] %s\n' $((SECONDS - started)) "$*"; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }
