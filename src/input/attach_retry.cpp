@@ -5,8 +5,8 @@
 namespace nimbletype {
 namespace {
 
-using std::chrono_literals::operator""ms;
-constexpr std::array<Milliseconds, 6> waits{300ms, 700ms, 1500ms, 3000ms, 5000ms, 8000ms};
+constexpr std::array waits{Milliseconds(300),  Milliseconds(700),  Milliseconds(1500),
+                           Milliseconds(3000), Milliseconds(5000), Milliseconds(8000)};
 
 }  // namespace
 
