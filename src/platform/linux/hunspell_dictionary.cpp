@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <hunspell.hxx>
 
@@ -32,7 +33,7 @@ std::optional<std::string> anyVariety(const fs::path& folder, const std::string&
 
 std::optional<std::string> converted(std::string_view text, const char* to, const char* from) {
   const iconv_t converter = iconv_open(to, from);
-  if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return std::nullopt;
   std::string out(text.size() * 4 + 4, '\0');
   char* input = const_cast<char*>(text.data());
   char* output = out.data();

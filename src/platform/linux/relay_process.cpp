@@ -28,6 +28,7 @@ pid_t spawn(const std::vector<std::string>& words, int socket) {
   // A session of its own: what stops this process from a terminal must not stop the relay as well.
   posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   pid_t process = -1;

@@ -44,7 +44,8 @@ std::uint16_t thirdLevelMask(const KeySymbols& keys, const TypingLayout& layout)
   return 0;
 }
 
-void addModifiers(TypingLayout& layout, std::span<const xcb_keycode_t> modifierKeys, unsigned perModifier) {
+void addModifiers(TypingLayout& layout, std::span<const xcb_keycode_t> modifierKeys,
+                  std::size_t perModifier) {
   for (unsigned bit = 0; bit < 8; ++bit)
     for (xcb_keycode_t key : modifierKeys.subspan(bit * perModifier, perModifier)) {
       if (key == 0) continue;

@@ -190,6 +190,7 @@ XcbEventPoster::Held XcbEventPoster::readHeld(const TypingLayout& layout) const 
   const auto stateCookie = xcb_xkb_get_state(connection, XCB_XKB_ID_USE_CORE_KBD);
   const auto devices = keyboards();
   std::vector<xcb_input_query_device_state_cookie_t> cookies;
+  cookies.reserve(devices.size());
   for (std::uint8_t device : devices) cookies.push_back(xcb_input_query_device_state(connection, device));
   for (std::size_t i = 0; i < devices.size(); ++i) {
     const XcbReply<xcb_input_query_device_state_reply_t> state(
