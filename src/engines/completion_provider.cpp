@@ -15,6 +15,8 @@ std::string ProviderStatus::label() const {
   return text;
 }
 
+void CompletionProvider::warmUp(const std::string&) {}
+
 Task CompletionProvider::models(ModelsHandler done) {
   done({});
   return {};

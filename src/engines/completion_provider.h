@@ -58,6 +58,11 @@ class CompletionProvider {
   virtual PromptStyle promptStyle() const = 0;
   // Whether `grow` is called while the text is being written.
   virtual bool streams() const { return false; }
+  // False when a request is known to fail, because what the engine needs is not there. Asked at every
+  // request.
+  virtual bool isReady() { return true; }
+  // Brings the engine into memory before it is needed. Nobody waits for it, and failures show up in `status`.
+  virtual void warmUp(const std::string& instructions);
 
   [[nodiscard]] virtual Task complete(const CompletionRequest& request, PartialHandler grow,
                                       ResultHandler done) = 0;

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "engines/model_phase.h"
+
 namespace nimbletype {
 
 // Tells where the built-in model's file is.
@@ -11,6 +13,7 @@ class ModelLocator {
   virtual ~ModelLocator() = default;
   // The file to load; none until it is there and checked.
   virtual std::optional<std::string> installedModel() = 0;
+  virtual ModelPhase phase() const = 0;
 };
 
 // A file somebody named. It is used as it is.
@@ -18,6 +21,9 @@ class NamedModel : public ModelLocator {
  public:
   explicit NamedModel(std::optional<std::string> path) : path_(std::move(path)) {}
   std::optional<std::string> installedModel() override { return path_; }
+  ModelPhase phase() const override {
+    return {.state = path_ ? ModelPhase::Case::installed : ModelPhase::Case::notDownloaded};
+  }
 
  private:
   std::optional<std::string> path_;
