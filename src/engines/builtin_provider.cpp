@@ -37,8 +37,14 @@ auto mapped(std::expected<LlamaRuntime::Output, ProviderError> result, Function 
 
 }  // namespace
 
-BuiltInProvider::BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log)
-    : loop_(loop), locator_(locator), runtime_(loop, log) {}
+BuiltInProvider::BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log,
+                                 CompletionProvider* standIn)
+    : loop_(loop), locator_(locator), standIn_(standIn), runtime_(loop, log) {}
+
+// Loading is what takes time; the state of a prompt that was evaluated already stays as it is.
+void BuiltInProvider::warmUp(const std::string&) {
+  if (auto path = locator_.installedModel()) warming_ = runtime_.load(std::move(*path));
+}
 
 Task BuiltInProvider::complete(const CompletionRequest& request, PartialHandler grow, ResultHandler done) {
   return submit(request, 1, std::move(grow),
@@ -75,14 +81,21 @@ Task BuiltInProvider::submit(const CompletionRequest& request, int candidates, P
 }
 
 Task BuiltInProvider::status(StatusHandler done) {
-  auto status = locator_.installedModel() ? ProviderStatus::good("Downloaded")
-                                          : ProviderStatus::problem("Download the model to start");
-  return loop_.after(Milliseconds(0), [done = std::move(done), status = std::move(status)] { done(status); });
-}
-
-std::unique_ptr<CompletionProvider> makeBuiltInProvider(MainLoop& loop, ModelLocator& locator,
-                                                        SystemLog& log) {
-  return std::make_unique<BuiltInProvider>(loop, locator, log);
+  const auto answer = [this](StatusHandler handler, ProviderStatus status) {
+    return loop_.after(Milliseconds(0),
+                       [handler = std::move(handler), status = std::move(status)] { handler(status); });
+  };
+  const auto phase = locator_.phase().state;
+  if (phase == ModelPhase::Case::downloading)
+    return answer(std::move(done),
+                  ProviderStatus::good("Downloading. Apple Intelligence fills in until it's done."));
+  if (phase == ModelPhase::Case::checking)
+    return answer(std::move(done), ProviderStatus::good("Checking the download."));
+  if (isReady()) return answer(std::move(done), ProviderStatus::good("Downloaded"));
+  const bool isUsable = standIn_ && standIn_->isReady();
+  return answer(std::move(done),
+                isUsable ? ProviderStatus::good("Apple Intelligence fills in until you download it.")
+                         : ProviderStatus::problem("Download the model to start"));
 }
 
 }  // namespace nimbletype

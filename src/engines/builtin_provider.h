@@ -1,6 +1,4 @@
 #pragma once
-#include <memory>
-
 #include "engines/completion_provider.h"
 #include "engines/llama_runtime.h"
 #include "engines/model_locator.h"
@@ -10,11 +8,15 @@ namespace nimbletype {
 // The engine that needs no other program and no network: a model file, evaluated in this process.
 class BuiltInProvider : public CompletionProvider {
  public:
-  BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log);
+  // `standIn` writes while the model is not there, and must outlive this; none when nothing does.
+  BuiltInProvider(MainLoop& loop, ModelLocator& locator, SystemLog& log,
+                  CompletionProvider* standIn = nullptr);
 
   EngineKind kind() const override { return EngineKind::builtIn; }
   PromptStyle promptStyle() const override { return PromptStyle::raw; }
   bool streams() const override { return true; }
+  bool isReady() override { return locator_.installedModel().has_value(); }
+  void warmUp(const std::string& instructions) override;
 
   [[nodiscard]] Task complete(const CompletionRequest& request, PartialHandler grow,
                               ResultHandler done) override;
@@ -29,10 +31,9 @@ class BuiltInProvider : public CompletionProvider {
 
   MainLoop& loop_;
   ModelLocator& locator_;
+  CompletionProvider* standIn_;
   LlamaRuntime runtime_;
+  Task warming_;
 };
-
-std::unique_ptr<CompletionProvider> makeBuiltInProvider(MainLoop& loop, ModelLocator& locator,
-                                                        SystemLog& log);
 
 }  // namespace nimbletype

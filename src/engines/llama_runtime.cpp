@@ -11,7 +11,7 @@ namespace nimbletype {
 struct LlamaRuntime::Submission {
   Job job;
   Handlers handlers;
-  bool grows = false;
+  bool grows = false, loadsOnly = false;
   std::atomic<std::int64_t> started{0};  // the counter's value for this job; 0 while it waits
   std::atomic<bool> cancelled{false};
   std::atomic<bool> growthPosted{false};
@@ -47,6 +47,17 @@ Task LlamaRuntime::run(Job job, Handlers handlers) {
   submission->job = std::move(job);
   submission->grows = static_cast<bool>(handlers.grow);
   submission->handlers = std::move(handlers);
+  return submit(std::move(submission));
+}
+
+Task LlamaRuntime::load(std::string path) {
+  auto submission = std::make_shared<Submission>();
+  submission->job.modelPath = std::move(path);
+  submission->loadsOnly = true;
+  return submit(std::move(submission));
+}
+
+Task LlamaRuntime::submit(std::shared_ptr<Submission> submission) {
   {
     const std::lock_guard lock(mutex_);
     queue_.push_back(submission);
@@ -84,7 +95,8 @@ void LlamaRuntime::perform(const std::shared_ptr<Submission>& submission) {
 LlamaRuntime::Result LlamaRuntime::evaluate(const std::shared_ptr<Submission>& submission,
                                             const JobWatch& watch) {
   const auto& job = submission->job;
-  if (const auto loaded = load(job.modelPath); !loaded) return std::unexpected(loaded.error());
+  if (const auto ready = makeReady(job.modelPath); !ready) return std::unexpected(ready.error());
+  if (submission->loadsOnly) return Output{};
   if (watch.isStale()) return std::unexpected(Failure{});
   GenerationOrder order{job.request, job.candidates, job.confidence, job.seed, {}};
   if (submission->grows) {
@@ -104,7 +116,7 @@ LlamaRuntime::Result LlamaRuntime::evaluate(const std::shared_ptr<Submission>& s
   return result;
 }
 
-std::expected<void, LlamaRuntime::Failure> LlamaRuntime::load(const std::string& path) {
+std::expected<void, LlamaRuntime::Failure> LlamaRuntime::makeReady(const std::string& path) {
   if (model_ && model_->path() == path) return {};
   model_.reset();
   auto loaded = LlamaModel::load(path, options_);

@@ -47,17 +47,20 @@ class LlamaRuntime {
 
   // The handlers run on the main thread, and no more once the task is destroyed, which also stops the job.
   [[nodiscard]] Task run(Job job, Handlers handlers);
+  // Only loads the model, after the jobs before it. Nobody hears how it went: the next job tells.
+  [[nodiscard]] Task load(std::string path);
   // Stops the job that is running now; it reports `cancelled`.
   void cancel();
 
  private:
   struct Submission;
 
+  Task submit(std::shared_ptr<Submission> submission);
   void work();
   std::shared_ptr<Submission> takeNext();
   void perform(const std::shared_ptr<Submission>& submission);
   Result evaluate(const std::shared_ptr<Submission>& submission, const JobWatch& watch);
-  std::expected<void, Failure> load(const std::string& path);
+  std::expected<void, Failure> makeReady(const std::string& path);
   void deliver(const std::shared_ptr<Submission>& submission, Result result);
   void report(std::string line);
 

@@ -22,7 +22,7 @@ class NamedModel : public ModelLocator {
   explicit NamedModel(std::optional<std::string> path) : path_(std::move(path)) {}
   std::optional<std::string> installedModel() override { return path_; }
   ModelPhase phase() const override {
-    return {.state = path_ ? ModelPhase::Case::installed : ModelPhase::Case::notDownloaded};
+    return {path_ ? ModelPhase::Case::installed : ModelPhase::Case::notDownloaded, 0, 0, {}};
   }
 
  private:

@@ -13,4 +13,11 @@ CompletionProvider* ProviderHub::provider(EngineKind kind) const {
   return found == providers_.end() ? nullptr : found->get();
 }
 
+CompletionProvider* ProviderHub::writer(EngineKind chosen) const {
+  CompletionProvider* wanted = provider(chosen);
+  if (chosen != EngineKind::builtIn || !wanted || wanted->isReady()) return wanted;
+  CompletionProvider* standIn = provider(EngineKind::apple);
+  return standIn && standIn->isReady() ? standIn : wanted;
+}
+
 }  // namespace nimbletype

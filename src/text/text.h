@@ -30,6 +30,8 @@ bool isWhitespace(std::string_view character);  // spaces, tabs, no-break spaces
 bool isLineBreak(std::string_view character);   // U+000A to U+000D, U+0085, U+2028, U+2029
 bool isLetter(std::string_view character);
 bool isDigit(std::string_view character);
+// A character of a script that puts no blanks between words, such as Chinese, Japanese or Thai.
+bool isUnspaced(std::string_view character);
 
 // Whitespace, line breaks included, cut from both ends, the start or the end.
 std::string_view trimmed(std::string_view s);

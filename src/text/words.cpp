@@ -49,6 +49,13 @@ bool isDigit(std::string_view character) {
   return !character.empty() && u_isdigit(codePointAt(character, 0).value) != 0;
 }
 
+bool isUnspaced(std::string_view character) {
+  if (character.empty()) return false;
+  const int line = u_getIntPropertyValue(codePointAt(character, 0).value, UCHAR_LINE_BREAK);
+  return line == U_LB_IDEOGRAPHIC || line == U_LB_COMPLEX_CONTEXT ||
+         line == U_LB_CONDITIONAL_JAPANESE_STARTER;
+}
+
 std::string_view trimmed(std::string_view s) {
   return trimmedStart(trimmedEnd(s));
 }

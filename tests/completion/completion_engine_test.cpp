@@ -60,14 +60,19 @@ class HeldProvider : public CompletionProvider {
  public:
   EngineKind kind() const override { return EngineKind::builtIn; }
   PromptStyle promptStyle() const override { return PromptStyle::raw; }
-  Task complete(const CompletionRequest& request, PartialHandler, ResultHandler done) override {
+  bool streams() const override { return true; }
+  Task complete(const CompletionRequest& request, PartialHandler partial, ResultHandler done) override {
     requests.push_back(request);
+    grow = std::move(partial);
     answer = std::move(done);
-    return Task([this] { answer = nullptr; });
+    return Task([this] { answer = nullptr, grow = nullptr; });
   }
+  void warmUp(const std::string&) override { ++warmUps; }
   Task status(StatusHandler) override { return {}; }
   std::vector<CompletionRequest> requests;
+  PartialHandler grow;
   ResultHandler answer;
+  int warmUps = 0;
 };
 
 class EngineTest : public testing::Test {
@@ -91,6 +96,16 @@ class EngineTest : public testing::Test {
     loop.advance(Milliseconds(0));
     ASSERT_TRUE(provider->answer);
     provider->answer(Completion{text, {}});
+  }
+  void ask(const std::string& before) {
+    field.change(before);
+    loop.advance(Milliseconds(0));
+    ASSERT_TRUE(provider->grow);
+  }
+  void grow(const std::string& textSoFar) {
+    ASSERT_TRUE(provider->grow) << "the request was cancelled";
+    provider->grow(textSoFar);
+    loop.advance(Milliseconds(16));
   }
   std::string ghostText() const { return ghost.shown ? ghost.shown->text : "(none)"; }
 
@@ -233,6 +248,117 @@ TEST_F(EngineTest, TypingOneMoreCharacterOnlyAppendsToTheRawPrompt) {
     last = prompt;
   }
   EXPECT_LE(anew, 3);
+}
+
+// --- suggestions that grow while they are written ---
+
+TEST_F(EngineTest, WholeWordsAppearWhileTheEngineWrites) {
+  ask("This");
+  grow(" is h");
+  EXPECT_EQ(ghostText(), " is");
+  EXPECT_EQ(engine.status().state, Status::Case::showing);
+  EXPECT_TRUE(engine.streaming());
+  grow(" is how i");
+  EXPECT_EQ(ghostText(), " is how");
+  provider->answer(Completion{" is how it", {}});
+  EXPECT_EQ(ghostText(), " is how it");
+  EXPECT_EQ(engine.lastSuggestion(), " is how it");
+}
+
+TEST_F(EngineTest, AQuickAnswerIsDrawnOnce) {
+  ask("This");
+  provider->grow(" is how");
+  loop.advance(Milliseconds(15));
+  EXPECT_EQ(ghostText(), "(none)");
+  provider->answer(Completion{" is how it", {}});
+  loop.advance(Milliseconds(1000));
+  EXPECT_EQ(ghostText(), " is how it");
+}
+
+TEST_F(EngineTest, TypingOverAGrowingSuggestionLetsItGrowOn) {
+  ask("This");
+  grow(" is how i");
+  field.change("This is");
+  EXPECT_EQ(ghostText(), " how");
+  EXPECT_TRUE(engine.acceptNext());
+  field.change("This is how");
+  EXPECT_EQ(ghostText(), "(none)");
+  EXPECT_THAT(engine.takeableKeys(), IsEmpty()) << "nothing is on screen";
+  EXPECT_FALSE(engine.acceptNext());
+  EXPECT_FALSE(engine.acceptAll());
+  EXPECT_EQ(engine.status().state, Status::Case::thinking);
+  grow(" is how it goe");
+  EXPECT_EQ(ghostText(), " it");
+  provider->answer(Completion{" is how it goes", {}});
+  EXPECT_EQ(ghostText(), " it goes");
+  EXPECT_EQ(provider->requests.size(), 1U);
+}
+
+TEST_F(EngineTest, AGrowingSuggestionThatIsContradictedEnds) {
+  struct Case {
+    const char* name;
+    std::function<void()> happens;
+  };
+  const Case cases[] = {
+      {"typed another way", [&] { field.change("This x"); }},
+      {"dismissed", [&] { EXPECT_TRUE(engine.escape()); }},
+      {"all taken", [&] { EXPECT_TRUE(engine.acceptAll()); }},
+      {"no field", [&] { engine.fieldLost("gone"); }},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    loop.advance(Milliseconds(1000));
+    field.change("");
+    ask("This");
+    grow(" is h");
+    each.happens();
+    EXPECT_EQ(ghostText(), "(none)");
+    EXPECT_FALSE(provider->grow) << "the engine still writes for nobody";
+  }
+}
+
+TEST_F(EngineTest, TheWholeTextMayOnlyChangeWhatNobodyHasTaken) {
+  ask("This");
+  grow(" \"is h");
+  provider->answer(Completion{" is how", {}});
+  EXPECT_EQ(ghostText(), " is how");
+
+  ask("That");
+  grow(" was it w");
+  field.change("That was");
+  provider->answer(Completion{" is how", {}});
+  EXPECT_EQ(ghostText(), " it") << "what was typed over stays valid";
+}
+
+TEST_F(EngineTest, AFailureHalfWayLeavesWhatIsWritten) {
+  ask("This");
+  grow(" is how i");
+  provider->answer(std::unexpected(ProviderError{"The model stopped with error 1"}));
+  EXPECT_EQ(ghostText(), " is how");
+  EXPECT_EQ(engine.status().state, Status::Case::showing);
+
+  ask("That");
+  grow(" was how i");
+  field.change("That was how");
+  loop.advance(Milliseconds(8000));
+  EXPECT_EQ(provider->requests.size(), 3U) << "typed out, so the next one is asked for";
+}
+
+TEST_F(EngineTest, EnginesAreWarmedUpWhenTheyAreChosenAndAfterALongRest) {
+  engine.warmUp();
+  EXPECT_EQ(provider->warmUps, 1);
+  prefs.ollamaModel.set("ll");
+  prefs.ollamaModel.set("llama3");
+  loop.advance(Milliseconds(1000));
+  EXPECT_EQ(provider->warmUps, 2) << "once for all letters of a name";
+  ask("This");
+  field.shown.fieldKey = "app:2";
+  field.change("That");
+  EXPECT_EQ(provider->warmUps, 2);
+  loop.advance(WarmUp::kept + Milliseconds(1000));
+  field.shown.fieldKey = "app:1";
+  field.change("This");
+  EXPECT_EQ(provider->warmUps, 3);
 }
 
 }  // namespace

@@ -66,5 +66,21 @@ TEST(Suggestion, NextChunk) {
   EXPECT_EQ(nextChunk("word, next", false, true), "word,");
 }
 
+TEST(CompleteWords, LeaveOutWhatMayStillGrow) {
+  const struct {
+    const char *growing, *complete;
+  } table[] = {{"", ""},
+               {" is", ""},
+               {" is ", " is"},
+               {" is how", " is"},
+               {" don't", ""},
+               {" the end.", " the end."},
+               {" a (b", " a ("},
+               {"我们明天", "我们明天"},
+               {"ไปเที่ยว", "ไปเที่ยว"},
+               {"明天 see", "明天"}};
+  for (const auto& row : table) EXPECT_EQ(completeWords(row.growing), row.complete) << row.growing;
+}
+
 }  // namespace
 }  // namespace nimbletype

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
+#include <utility>
 
 #include "core/completion/ghost_builder.h"
 #include "core/completion/own_change.h"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::string_view logCategory = "engine";
 // An application shows an insertion soon, but not at once.
+// Text grows on screen at most once a frame, and an answer that is whole by then is drawn just once.
+constexpr Milliseconds frame{16};
 constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
 
 // Whole milliseconds; the file may have been edited by hand.
@@ -31,7 +34,10 @@ const char* yesNo(bool value) {
 }  // namespace
 
 CompletionEngine::CompletionEngine(const Services& services)
-    : s_(services), context_(services.context, services.loop), generation_(services.loop) {
+    : s_(services),
+      context_(services.context, services.loop),
+      generation_(services.loop),
+      warmUp_(services.loop, services.hub, services.prefs) {
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
   const std::initializer_list<AnySetting*> settings = {
       &s_.prefs.isEnabled,          &s_.prefs.enabledByDefault,
@@ -60,12 +66,13 @@ void CompletionEngine::sourceChanged() {
 void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   // Applications report one change several times; only a real one counts. What surrounds it may have changed.
   if (!forceNext_ && snapshot_ == snapshot) return reconsider();
-  if (!forceNext_) asked_ = false;
-  if (suppressed_ && !suppressed_->before && suppressed_->fieldKey != snapshot.fieldKey) suppressed_.reset();
+  if (!forceNext_) demanded_ = false;
+  if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
   snapshot_ = snapshot;
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
+  warmUp_.fieldEntered(snapshot.fieldKey);
   process();
 }
 
@@ -90,7 +97,7 @@ std::optional<std::string> CompletionEngine::blockedReason() {
   decision_ = s_.rules.decision(snapshot_->bundleID, snapshot_->appName, snapshot_->domain);
   const Preferences& prefs = s_.prefs;
   // A suggestion that was asked for may be typed over and taken word by word.
-  const bool forced = forceNext_ || asked_ || suggestion_.has_value();
+  const bool forced = forceNext_ || demanded_ || suggestion_.has_value();
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
   return firstGate(*snapshot_,
                    {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(), prefs.completeInsideText.get(),
@@ -122,11 +129,15 @@ bool CompletionEngine::isOwnChange() const {
   return lastInjection_ && nimbletype::isOwnChange(*lastInjection_, *snapshot_, s_.loop.now());
 }
 
-bool CompletionEngine::isSuppressed() {
+// With a text, another text in the same field; without one, another field.
+bool CompletionEngine::endsSuppression(const FieldSnapshot& snapshot) const {
+  const bool sameField = suppressed_->fieldKey == snapshot.fieldKey;
+  return suppressed_->before ? sameField && *suppressed_->before != snapshot.before : !sameField;
+}
+
+bool CompletionEngine::isSuppressed() const {
   if (!suppressed_ || forceNext_) return false;
-  if (suppressed_->fieldKey != snapshot_->fieldKey) return false;
-  if (suppressed_->before && suppressed_->before != snapshot_->before) suppressed_.reset();
-  return suppressed_.has_value();
+  return suppressed_->fieldKey == snapshot_->fieldKey;
 }
 
 // Whether the suggestion on screen still fits and no more is to be done for this change.
@@ -146,11 +157,20 @@ bool CompletionEngine::keepInStep(bool ownChange) {
   // Our own insertion only grows; whatever else happens, what the field shows is what has been taken.
   if (!ownChange || *typed < suggestion_->consumed) suggestion_->taken = *typed;
   suggestion_->consumed = *typed;
-  if (*typed == suggestion_->length()) {
+  if (*typed == suggestion_->length()) return awaitGrowth();
+  if (presentRemaining()) setStatus({Status::Case::showing, {}});
+  return true;
+}
+
+// Everything written so far has been typed or taken. Whether more is to come.
+bool CompletionEngine::awaitGrowth() {
+  if (!asked_) {
     forgetShown();
     return false;
   }
-  if (presentRemaining()) setStatus({Status::Case::showing, {}});
+  s_.ghost.hide();
+  if (shownChanged_) shownChanged_();
+  setStatus({Status::Case::thinking, {}});
   return true;
 }
 
@@ -189,7 +209,7 @@ bool CompletionEngine::holdTypo() {
 
 void CompletionEngine::schedule() {
   const Milliseconds pause{forceNext_ ? 0 : pauseFor(s_.prefs.delayMilliseconds.get())};
-  asked_ = forceNext_;
+  demanded_ = forceNext_;
   forceNext_ = false;
   setStatus({Status::Case::waiting, {}});
   pending_ = s_.loop.after(pause, [this] { generate(); });
@@ -197,7 +217,7 @@ void CompletionEngine::schedule() {
 
 void CompletionEngine::generate() {
   setStatus({Status::Case::thinking, {}});
-  CompletionProvider* provider = s_.hub.provider(s_.prefs.engine.get());
+  CompletionProvider* provider = s_.hub.writer(s_.prefs.engine.get());
   if (!provider) return setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
   const bool onBattery = s_.power.onBattery();
   const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
@@ -205,27 +225,72 @@ void CompletionEngine::generate() {
   const CompletionRequest request =
       makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
                    s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
-  const PromptStyle style = provider->promptStyle();
-  last_.prompt = style == PromptStyle::raw ? request.rawPrompt : request.prompt;
+  asked_ = Asked{*snapshot_, words, provider->promptStyle(), {}, false};
+  streaming_ = provider->streams();
+  last_.prompt = asked_->style == PromptStyle::raw ? request.rawPrompt : request.prompt;
+  warmUp_.requested();
   reached(Stage::requested);
   generation_.start(
-      *provider, request, [this] { reached(Stage::firstText); },
-      [this, asked = *snapshot_, words, style](Generation::Outcome outcome) {
-        finishGeneration(asked, words, style, std::move(outcome));
-      });
+      *provider, request, [this](const std::string& text) { grown(text); },
+      [this](Generation::Outcome outcome) { finishGeneration(std::move(outcome)); });
 }
 
-void CompletionEngine::finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style,
-                                        Generation::Outcome outcome) {
-  if (!outcome.result) return setStatus(Status::failed(outcome.result.error().message));
-  if (!snapshot_ || snapshot_->fieldKey != asked.fieldKey || snapshot_->before != asked.before)
-    return setStatus({});
-  last_.latency = outcome.took;
-  last_.output = outcome.result->text;
-  last_.cost = outcome.result->cost;
-  std::string text = cleanReply(outcome.result->text, {asked.before, words, style, {}});
-  if (text.empty()) return setStatus({});
-  showSuggestion(makeSuggestion(std::move(text), asked.before, asked.fieldKey));
+void CompletionEngine::grown(const std::string& textSoFar) {
+  if (!asked_) return;
+  if (asked_->text.empty()) reached(Stage::firstText);
+  asked_->text = textSoFar;
+  if (std::exchange(asked_->drawingSoon, true)) return;
+  growth_ = s_.loop.after(frame, [this] { showGrowth(); });
+}
+
+void CompletionEngine::showGrowth() {
+  asked_->drawingSoon = false;
+  std::string words(completeWords(cleaned(asked_->text)));
+  if (!words.empty()) adopt(std::move(words));
+}
+
+// An engine that fails or takes too long half-way leaves what it has written.
+void CompletionEngine::finishGeneration(Generation::Outcome outcome) {
+  growth_.cancel();
+  if (outcome.result) {
+    last_.latency = outcome.took;
+    last_.output = outcome.result->text;
+    last_.cost = outcome.result->cost;
+    adopt(cleaned(outcome.result->text));
+  } else if (!suggestion_) {
+    setStatus(Status::failed(outcome.result.error().message));
+  }
+  asked_.reset();
+  settle();
+}
+
+std::string CompletionEngine::cleaned(const std::string& reply) const {
+  return cleanReply(reply, {asked_->snapshot.before, asked_->words, asked_->style, {}});
+}
+
+// Makes the text of the running request the suggestion, or the one on screen longer.
+void CompletionEngine::adopt(std::string text) {
+  if (suggestion_) {
+    auto longer = continued(*suggestion_, std::move(text));
+    if (!longer || longer->text == suggestion_->text) return;
+    if (longer->text.empty()) return forgetShown();
+    suggestion_ = std::move(longer);
+    return showLonger();
+  }
+  const bool fits = snapshot_ && snapshot_->fieldKey == asked_->snapshot.fieldKey &&
+                    snapshot_->before == asked_->snapshot.before;
+  if (fits && !text.empty())
+    showSuggestion(makeSuggestion(std::move(text), snapshot_->before, snapshot_->fieldKey));
+}
+
+// After the last text of a request: one that was typed out meanwhile makes room for the next.
+void CompletionEngine::settle() {
+  if (status_.state == Status::Case::failed || isShowing()) return;
+  const bool typedOut = suggestion_ && suggestion_->consumed == suggestion_->length();
+  if (!typedOut) return setStatus({});
+  forgetShown();
+  if (isOwnChange()) return setStatus({});
+  schedule();
 }
 
 // --- showing it ---
@@ -236,6 +301,13 @@ void CompletionEngine::showSuggestion(Suggestion suggestion) {
   if (!presentRemaining()) return;
   if (hintForSuggestion_) s_.prefs.keyHintsShown.set(s_.prefs.keyHintsShown.get() + 1);
   lastSuggestion_ = suggestion_->text;
+  if (shownChanged_) shownChanged_();
+  setStatus({Status::Case::showing, {}});
+}
+
+void CompletionEngine::showLonger() {
+  lastSuggestion_ = suggestion_->text;
+  if (suggestion_->remaining().empty() || !presentRemaining()) return;
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::showing, {}});
 }
@@ -256,7 +328,7 @@ bool CompletionEngine::presentRemaining() {
 }
 
 void CompletionEngine::forgetShown() {
-  const bool wasShowing = isShowing();
+  const bool wasShowing = suggestion_ || pendingFix_;
   suggestion_.reset();
   pendingFix_.reset();
   if (!wasShowing) return;
@@ -266,6 +338,8 @@ void CompletionEngine::forgetShown() {
 
 void CompletionEngine::cancelWork() {
   pending_.cancel();
+  growth_.cancel();
+  asked_.reset();
   generation_.cancel();
 }
 
@@ -346,9 +420,10 @@ bool CompletionEngine::acceptNext() {
 bool CompletionEngine::acceptAll() {
   if (!canAccept("accept all")) return false;
   const std::string rest(suggestion_->acceptable());
+  if (rest.empty()) return suggestion_->taken > suggestion_->consumed;
   forgetShown();
+  cancelWork();
   setStatus({});
-  if (rest.empty()) return true;
   insert(rest);
   readAgain(0);
   return true;

@@ -11,6 +11,7 @@
 #include "core/completion/own_change.h"
 #include "core/completion/status.h"
 #include "core/completion/suggestion.h"
+#include "core/completion/warm_up.h"
 #include "core/prompt/text_window.h"
 #include "core/rules/app_rules.h"
 #include "core/settings/preferences.h"
@@ -73,6 +74,8 @@ class CompletionEngine {
   void toggleGlobal();
   // Hides what is shown and cancels what is under way.
   void dismiss();
+  // Brings the chosen engine into memory.
+  void warmUp() { warmUp_.now(); }
   // What the context source would hand over has changed.
   void contextChanged() { context_.invalidate(); }
 
@@ -81,7 +84,9 @@ class CompletionEngine {
   const RuleDecision& decision() const { return decision_; }
   const std::string& lastSuggestion() const { return lastSuggestion_; }
   const LastGeneration& lastGeneration() const { return last_; }
-  bool isShowing() const { return suggestion_ || pendingFix_; }
+  bool isShowing() const { return pendingFix_ || (suggestion_ && !suggestion_->remaining().empty()); }
+  // Whether the engine asked last shows its text while it writes.
+  bool streaming() const { return streaming_; }
   // The keys to take right now: none while nothing is shown.
   std::vector<KeyCombo> takeableKeys() const;
 
@@ -104,22 +109,38 @@ class CompletionEngine {
     std::optional<std::string> before;
   };
 
+  // A request under way: what it was made for, and what has been written so far.
+  struct Asked {
+    FieldSnapshot snapshot;
+    int words = 0;
+    PromptStyle style = PromptStyle::raw;
+    std::string text;
+    bool drawingSoon = false;
+  };
+
   void sourceChanged();
   void reconsider();
   std::optional<std::string> blockedReason();
   void process();
   void block(std::string reason);
   bool isOwnChange() const;
-  bool isSuppressed();
+  bool endsSuppression(const FieldSnapshot& snapshot) const;
+  bool isSuppressed() const;
   bool keepInStep(bool ownChange);
+  bool awaitGrowth();
   bool offerFix();
   void correctionFound();
   bool holdTypo();
   void schedule();
   void generate();
-  void finishGeneration(const FieldSnapshot& asked, int words, PromptStyle style,
-                        Generation::Outcome outcome);
+  void grown(const std::string& textSoFar);
+  void showGrowth();
+  void finishGeneration(Generation::Outcome outcome);
+  std::string cleaned(const std::string& reply) const;
+  void adopt(std::string text);
+  void settle();
   void showSuggestion(Suggestion suggestion);
+  void showLonger();
   bool presentRemaining();
   void insert(const std::string& text);
   void takeFix();
@@ -142,11 +163,14 @@ class CompletionEngine {
   std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it
   bool hintForSuggestion_ = false;
   bool forceNext_ = false;
-  bool asked_ = false;  // Suggest Now brought about the request for this snapshot
+  bool demanded_ = false;  // Suggest Now brought about the request for this snapshot
   ContextCache context_;
   TextWindow window_;
+  std::optional<Asked> asked_;
   Generation generation_;
-  Task pending_, readAgain_;
+  WarmUp warmUp_;
+  bool streaming_ = false;
+  Task pending_, readAgain_, growth_;
   std::string lastSuggestion_;
   LastGeneration last_;
   std::vector<Task> observations_;

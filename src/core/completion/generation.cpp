@@ -5,7 +5,7 @@
 namespace nimbletype {
 
 void Generation::start(CompletionProvider& provider, const CompletionRequest& request,
-                       std::function<void()> begun, Done done) {
+                       CompletionProvider::PartialHandler grown, Done done) {
   cancel();
   done_ = std::move(done);
   started_ = loop_.now();
@@ -14,10 +14,8 @@ void Generation::start(CompletionProvider& provider, const CompletionRequest& re
     request_.cancel();
     finish(std::unexpected(ProviderError{"The model took too long to answer"}));
   });
-  const auto grow = [begun = std::move(begun), first = true](const std::string&) mutable {
-    if (std::exchange(first, false)) begun();
-  };
-  request_ = provider.complete(request, grow, [this](CompletionResult result) { finish(std::move(result)); });
+  request_ = provider.complete(request, std::move(grown),
+                               [this](CompletionResult result) { finish(std::move(result)); });
 }
 
 void Generation::cancel() {

@@ -19,9 +19,9 @@ class Generation {
   using Done = std::function<void(Outcome)>;
 
   explicit Generation(MainLoop& loop) : loop_(loop) {}
-  // `begun` is called once, when the first text is there, by engines that tell.
-  void start(CompletionProvider& provider, const CompletionRequest& request, std::function<void()> begun,
-             Done done);
+  // `grown` is called with the text so far by engines that write before one's eyes.
+  void start(CompletionProvider& provider, const CompletionRequest& request,
+             CompletionProvider::PartialHandler grown, Done done);
   void cancel();
   bool isRunning() const { return running_; }
 

@@ -65,6 +65,23 @@ std::optional<std::size_t> typedOver(const Suggestion& suggestion, std::string_v
   }
 }
 
+std::string_view completeWords(std::string_view growing) {
+  std::string_view last = text::lastCharacter(growing);
+  while (isWordCharacter(last) && !text::isUnspaced(last)) {
+    growing.remove_suffix(last.size());
+    last = text::lastCharacter(growing);
+  }
+  return text::trimmedEnd(growing);
+}
+
+std::optional<Suggestion> continued(Suggestion suggestion, std::string text) {
+  const std::string_view kept =
+      text::firstCharacters(suggestion.text, std::max(suggestion.consumed, suggestion.taken));
+  if (!text.starts_with(kept)) return std::nullopt;
+  suggestion.text = std::move(text);
+  return suggestion;
+}
+
 std::string_view nextChunk(std::string_view rest, bool trailingSpace, bool trailingPunctuation) {
   std::size_t end = runEnd(rest, 0, text::isWhitespace);
   if (isWordCharacter(text::firstCharacter(rest.substr(end))))

@@ -29,6 +29,14 @@ Suggestion makeSuggestion(std::string text, std::string_view before, std::string
 // the text went another way. No-break spaces count as spaces.
 std::optional<std::size_t> typedOver(const Suggestion& suggestion, std::string_view before);
 
+// The part of a growing text that further text leaves as it is: without the last word, which may not be
+// whole, and the whitespace before it.
+std::string_view completeWords(std::string_view growing);
+
+// The suggestion with a longer text, or another one where none of it has been taken or typed; none when
+// `text` contradicts what has.
+std::optional<Suggestion> continued(Suggestion suggestion, std::string text);
+
 // The next piece that one press takes from `rest`: leading whitespace, then a word or a run of signs, then
 // what the settings include.
 std::string_view nextChunk(std::string_view rest, bool trailingSpace, bool trailingPunctuation);
