@@ -22,12 +22,15 @@ cpu_key=$({ uname -m; grep -m1 -E '^(flags|Features)' /proc/cpuinfo || true; } |
 # r2: the second recipe of the build.
 llama_prefix=$cache/llama-$llama_version-$cpu_key-r2
 
+llama_server=$llama_prefix-peers/bin/llama-server
+
 starter_model=$top/models/starter/starter-q8_0.gguf
 
 # configure PRESET [OPTION...]: the build folder build/PRESET, with the cached llama.cpp unless one is installed.
 configure() {
   local preset=$1; shift
-  quietly "$top/build/$preset/configure.log" cmake -S "$top" --preset "$preset" -DCMAKE_PREFIX_PATH="$llama_prefix" "$@"
+  quietly "$top/build/$preset/configure.log" cmake -S "$top" --preset "$preset" -DCMAKE_PREFIX_PATH="$llama_prefix" \
+    -DNIMBLETYPE_LLAMA_SERVER="$llama_server" "$@"
 }
 
 # build PRESET [TARGET...]

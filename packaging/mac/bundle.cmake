@@ -1,6 +1,5 @@
-# Makes a program the agent application Nimbletype.app, with the starter model in Contents/Resources. Installing it
-# puts the libraries it uses in Contents/Frameworks, points the program at them there, and signs the bundle with
-# NIMBLETYPE_SIGN_IDENTITY.
+# Makes a program the agent application Nimbletype.app. Installing it puts the libraries it uses in Contents/Frameworks,
+# points the program at them there, and signs the bundle with NIMBLETYPE_SIGN_IDENTITY.
 set(nimbletype_packaging ${CMAKE_CURRENT_LIST_DIR})
 set(NIMBLETYPE_SIGN_IDENTITY "-" CACHE STRING "Who signs the installed bundle; - signs for this Mac alone")
 
@@ -9,9 +8,6 @@ function(nimbletype_bundle target)
     MACOSX_BUNDLE ON
     MACOSX_BUNDLE_INFO_PLIST ${nimbletype_packaging}/Info.plist.in
     OUTPUT_NAME Nimbletype)
-  set(model ${PROJECT_SOURCE_DIR}/models/starter/starter-q8_0.gguf)
-  target_sources(${target} PRIVATE ${model})
-  set_source_files_properties(${model} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
   install(TARGETS ${target} BUNDLE DESTINATION .)
   install(CODE "
     include(BundleUtilities)

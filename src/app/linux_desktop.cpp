@@ -18,13 +18,36 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       defaultsFile_(dataFolder() / "settings.json"),
       rulesFile_(dataFolder() / "rules.json"),
       defaults_(defaultsFile_, loop_, log_),
-      model_(std::move(modelFile)) {}
+      downloads_(loop_),
+      secrets_(loop_),
+      onDevice_(loop_),
+      background_(loop_),
+      modelFile_(std::move(modelFile)) {}
 
 Ports LinuxDesktop::ports() {
-  return {loop_,        log_,          accessibility_, workspace_,
-          eventTap_,    eventPoster_,  secureInput_,   screens_,
-          fontMetrics_, ghostSurface_, power_,         spellChecker_,
-          defaults_,    rulesFile_,    model_,         {userFullName(), {}, {}}};
+  return {loop_,
+          log_,
+          accessibility_,
+          workspace_,
+          eventTap_,
+          eventPoster_,
+          secureInput_,
+          screens_,
+          fontMetrics_,
+          ghostSurface_,
+          power_,
+          spellChecker_,
+          defaults_,
+          rulesFile_,
+          http_,
+          downloads_,
+          secrets_,
+          onDevice_,
+          background_,
+          disk_,
+          dataFolder(),
+          modelFile_,
+          {userFullName(), {}, {}}};
 }
 
 }  // namespace nimbletype

@@ -1,16 +1,22 @@
 #pragma once
 #include "core/app/app_model.h"
+#include "platform/linux/absent_on_device_model.h"
 #include "platform/linux/atomic_file.h"
 #include "platform/linux/atspi_accessibility.h"
 #include "platform/linux/hunspell_spell_checker.h"
 #include "platform/linux/json_defaults_store.h"
+#include "platform/linux/linux_disk_space.h"
+#include "platform/linux/secret_service_store.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/upower_source.h"
+#include "platform/linux/utility_work.h"
 #include "platform/linux/x11_secure_input.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xcb_event_poster.h"
 #include "platform/linux/xcb_event_tap.h"
 #include "platform/qt/qt_font_metrics.h"
+#include "platform/qt/qt_http_client.h"
+#include "platform/qt/qt_http_downloads.h"
 #include "platform/qt/qt_main_loop.h"
 #include "platform/qt/qt_overlay_surface.h"
 #include "platform/qt/qt_screens.h"
@@ -39,7 +45,13 @@ class LinuxDesktop {
   HunspellSpellChecker spellChecker_;
   AtomicFile defaultsFile_, rulesFile_;
   JsonDefaultsStore defaults_;
-  NamedModel model_;
+  QtHttpClient http_;
+  QtHttpDownloads downloads_;
+  SecretServiceStore secrets_;
+  AbsentOnDeviceModel onDevice_;
+  UtilityWork background_;
+  LinuxDiskSpace disk_;
+  std::optional<std::string> modelFile_;
 };
 
 }  // namespace nimbletype

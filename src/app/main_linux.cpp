@@ -87,8 +87,8 @@ int main(int argc, char** argv) {
   const bool tapRunning = model.start();
   std::printf("Nimbletype is ready%s.\n",
               tapRunning ? "" : ", but the keys that take suggestions are not to be had");
-  if (!options.model)
-    std::printf("There is no model yet: name a GGUF file with --model or NIMBLETYPE_MODEL.\n");
+  if (!model.canWrite())
+    std::printf("The engine in use cannot write yet; nimbletype-cli doctor tells what to do.\n");
   std::fflush(stdout);
   return QGuiApplication::exec();
 }

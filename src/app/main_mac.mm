@@ -4,15 +4,21 @@
 
 #include "core/app/app_model.h"
 #include "platform/mac/mac_accessibility.h"
+#include "platform/mac/mac_background_work.h"
 #include "platform/mac/mac_defaults_store.h"
+#include "platform/mac/mac_disk_space.h"
 #include "platform/mac/mac_event_poster.h"
 #include "platform/mac/mac_event_tap.h"
 #include "platform/mac/mac_file_store.h"
 #include "platform/mac/mac_font_metrics.h"
+#include "platform/mac/mac_http_client.h"
+#include "platform/mac/mac_http_downloads.h"
 #include "platform/mac/mac_main_loop.h"
+#include "platform/mac/mac_on_device_model.h"
 #include "platform/mac/mac_overlay_surface.h"
 #include "platform/mac/mac_power_source.h"
 #include "platform/mac/mac_screens.h"
+#include "platform/mac/mac_secret_store.h"
 #include "platform/mac/mac_secure_input.h"
 #include "platform/mac/mac_spell_checker.h"
 #include "platform/mac/mac_system_log.h"
@@ -30,13 +36,11 @@ NSString* defaultsDomain() {
   return bundle ? bundle : @"com.moravelle.nimbletype";
 }
 
-// The file that the environment names, else the one in the bundle.
+// The file that the environment names.
 std::optional<std::string> modelPath() {
   NSString* named = NSProcessInfo.processInfo.environment[@"NIMBLETYPE_MODEL"];
-  if (named.length > 0) return utf8String(named);
-  NSString* bundled = [NSBundle.mainBundle pathForResource:@"starter-q8_0" ofType:@"gguf"];
-  if (!bundled) return std::nullopt;
-  return utf8String(bundled);
+  if (named.length == 0) return std::nullopt;
+  return utf8String(named);
 }
 
 UserIdentity currentUser() {
@@ -75,7 +79,12 @@ class Application {
   MacSpellChecker spellChecker_;
   MacDefaultsStore defaults_{defaultsDomain()};
   MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
-  NamedModel modelFile_{modelPath()};
+  MacHttpClient http_;
+  MacHttpDownloads downloads_{loop_};
+  MacSecretStore secrets_{loop_};
+  MacOnDeviceModel onDevice_{loop_};
+  MacBackgroundWork background_{loop_};
+  MacDiskSpace disk_;
   AppModel model_{{.loop = loop_,
                    .log = log_,
                    .accessibility = accessibility_,
@@ -90,7 +99,14 @@ class Application {
                    .spellChecker = spellChecker_,
                    .defaults = defaults_,
                    .rulesFile = rulesFile_,
-                   .model = modelFile_,
+                   .http = http_,
+                   .downloads = downloads_,
+                   .secrets = secrets_,
+                   .onDevice = onDevice_,
+                   .background = background_,
+                   .disk = disk_,
+                   .dataFolder = utf8String(dataFolder().path),
+                   .modelFile = modelPath(),
                    .user = currentUser()}};
   Task trust_;
 };

@@ -24,11 +24,15 @@ void onLog(ggml_log_level level, const char* text, void*) {
   if (level != GGML_LOG_LEVEL_ERROR || !text) return;
   std::string line(text);
   while (line.ends_with('\n')) line.pop_back();
-  const std::lock_guard lock(route().mutex);
-  if (route().receive) route().receive(line);
+  reportToLlamaLog(line);
 }
 
 }  // namespace
+
+void reportToLlamaLog(const std::string& line) {
+  const std::lock_guard lock(route().mutex);
+  if (route().receive) route().receive(line);
+}
 
 void routeLlamaLog() {
   llama_log_set(onLog, nullptr);

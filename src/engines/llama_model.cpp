@@ -4,15 +4,13 @@
 #include <llama.h>
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <chrono>
 #include <exception>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
-#include <string_view>
 
+#include "engines/gguf_check.h"
+#include "engines/llama_assertions.h"
 #include "engines/llama_log.h"
 #include "engines/processor.h"
 
@@ -31,15 +29,6 @@ void initialiseOnce() {
     llama_backend_init();
     if (ggml_backend_dev_count() == 0) ggml_backend_load_all();
   });
-}
-
-// A cheap look that spares llama.cpp files of other kinds, folders and pipes.
-bool looksLikeModel(const std::string& path) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) return false;
-  std::array<char, 4> magic{};
-  std::ifstream file(path, std::ios::binary);
-  return file.read(magic.data(), magic.size()) && std::string_view(magic.data(), magic.size()) == "GGUF";
 }
 
 // Functions of the processor backend that are found by name where it is a plug-in.
@@ -76,18 +65,25 @@ std::expected<std::unique_ptr<LlamaModel>, RuntimeFailure> LlamaModel::load(cons
   const auto start = Clock::now();
   initialiseOnce();
   std::unique_ptr<LlamaModel> model(new LlamaModel(path, options));
+  const LlamaAssertions assertions;
   if (!model->openFile()) return std::unexpected(RuntimeFailure{Reason::modelNotLoaded});
-  if (!model->openContext()) return std::unexpected(RuntimeFailure{Reason::noContext});
+  if (!model->openContext())
+    return std::unexpected(RuntimeFailure{assertions.failed() ? Reason::modelNotLoaded : Reason::noContext});
   // Without a memory it is a model of another kind, one that classifies or embeds texts.
   if (!llama_get_memory(model->context_.get()))
     return std::unexpected(RuntimeFailure{Reason::modelNotLoaded});
-  if (const auto warm = model->warmUp(); !warm) return std::unexpected(warm.error());
+  const auto warm = model->warmUp();
+  if (assertions.failed()) return std::unexpected(RuntimeFailure{Reason::modelNotLoaded});
+  if (!warm) return std::unexpected(warm.error());
   model->info_.milliseconds = millisecondsSince(start);
   return model;
 }
 
 bool LlamaModel::openFile() try {
-  if (!looksLikeModel(path_)) return false;
+  if (const auto fault = faultOfModelFile(path_)) {
+    reportToLlamaLog("the model file can't be used: " + *fault);
+    return false;
+  }
   model_.reset(llama_model_load_from_file(path_.c_str(), llama_model_default_params()));
   if (!model_ || !llama_model_has_decoder(model_.get()) || llama_model_has_encoder(model_.get()))
     return false;

@@ -13,4 +13,7 @@ class DiskSpace {
   virtual std::optional<std::int64_t> available(const std::filesystem::path& folder) const = 0;
 };
 
+// The folder itself, or else the closest one above it that is there.
+std::filesystem::path nearestExisting(const std::filesystem::path& folder);
+
 }  // namespace nimbletype

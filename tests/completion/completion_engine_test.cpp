@@ -1,60 +1,10 @@
-#include "core/completion/completion_engine.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "platform/scripted/memory_defaults_store.h"
-#include "platform/scripted/memory_file_store.h"
-#include "platform/scripted/recording_log.h"
-#include "platform/scripted/scripted_power.h"
-#include "platform/scripted/scripted_screens.h"
-#include "platform/scripted/scripted_secure_input.h"
-#include "platform/scripted/scripted_spell_checker.h"
-#include "platform/scripted/virtual_main_loop.h"
+#include "tests/completion/engine_world.h"
 
 namespace nimbletype {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// A field that shows insertions only when the test says so, as real applications do.
-class SlowField : public FieldSource {
- public:
-  std::optional<FieldSnapshot> snapshot() override { return readable ? std::optional(shown) : std::nullopt; }
-  std::optional<std::string> whyNoField() const override { return "gone"; }
-  void onChange(std::function<void(Change)> changed) override { changed_ = std::move(changed); }
-  void insert(const std::string& text, InsertionMethod) override { inserted.push_back(text); }
-  void deleteBackwards(int count) override { deleted += count; }
-  void change(const std::string& before) {
-    shown.before = before;
-    changed_(Change::value);
-  }
-
-  FieldSnapshot shown;
-  bool readable = true;
-  std::vector<std::string> inserted;
-  int deleted = 0;
-
- private:
-  std::function<void(Change)> changed_;
-};
-
-class CountingContext : public ContextSource {
- public:
-  PromptContext gather(const FieldSnapshot&) override {
-    ++gathered;
-    return {};
-  }
-  int gathered = 0;
-};
-
-class Ghost : public GhostPresenter {
- public:
-  void present(const GhostContent& content) override { shown = content; }
-  void hide() override { shown.reset(); }
-  std::optional<GhostContent> shown;
-};
 
 class HeldProvider : public CompletionProvider {
  public:
@@ -75,26 +25,21 @@ class HeldProvider : public CompletionProvider {
   int warmUps = 0;
 };
 
-class EngineTest : public testing::Test {
+struct HoldsProvider {
+  HeldProvider* provider = nullptr;
+};
+
+class EngineTest : public testing::Test, protected HoldsProvider, protected EngineWorld {
  protected:
-  EngineTest() {
-    field.shown.fieldKey = "app:1";
-    field.shown.bundleID = "app";
-    field.shown.role = "AXTextArea";
-    field.shown.caretRect = TopLeftRect{10, 20, 1, 16};
-    engine.setSource(field);
-  }
-  static std::vector<std::unique_ptr<CompletionProvider>> providers(HeldProvider*& provider) {
-    auto made = std::make_unique<HeldProvider>();
-    provider = made.get();
-    std::vector<std::unique_ptr<CompletionProvider>> all;
-    all.push_back(std::move(made));
+  EngineTest() : EngineWorld([this](EngineWorld&) { return makeProviders(); }) {}
+  Providers makeProviders() {
+    Providers all;
+    all.push_back(std::make_unique<HeldProvider>());
+    provider = static_cast<HeldProvider*>(all.front().get());
     return all;
   }
   void suggest(const std::string& before, const std::string& text) {
-    field.change(before);
-    loop.advance(Milliseconds(0));
-    ASSERT_TRUE(provider->answer);
+    ask(before);
     provider->answer(Completion{text, {}});
   }
   void ask(const std::string& before) {
@@ -107,25 +52,6 @@ class EngineTest : public testing::Test {
     provider->grow(textSoFar);
     loop.advance(Milliseconds(16));
   }
-  std::string ghostText() const { return ghost.shown ? ghost.shown->text : "(none)"; }
-
-  VirtualMainLoop loop;
-  MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile;
-  RecordingLog log;
-  ScriptedPower power;
-  ScriptedScreens screens;
-  ScriptedSecureInput secureInput;
-  ScriptedSpellChecker spelling;
-  SlowField field;
-  CountingContext context;
-  Ghost ghost;
-  HeldProvider* provider = nullptr;
-  Preferences prefs{defaults};
-  AppRules rules{prefs, rulesFile, loop, log};
-  ProviderHub hub{providers(provider)};
-  TypoChecker typo{spelling};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
 };
 
 TEST_F(EngineTest, FastPressesNeverTakeAWordTwice) {

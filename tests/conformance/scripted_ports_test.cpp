@@ -1,9 +1,13 @@
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/virtual_main_loop.h"
+#include "tests/conformance/background_work_conformance.h"
 #include "tests/conformance/defaults_store_conformance.h"
 #include "tests/conformance/file_store_conformance.h"
 #include "tests/conformance/main_loop_conformance.h"
+#include "tests/conformance/secret_store_conformance.h"
 
 namespace nimbletype {
 namespace {
@@ -30,9 +34,24 @@ struct MemoryFileHarness {
   MemoryFileStore memory;
 };
 
+struct MemorySecretHarness : VirtualLoopHarness {
+  SecretStore& store() { return memory; }
+  void reopen() {}
+  void lock() { memory.locked = true; }
+  void vanish() { memory.available = false; }
+  MemorySecretStore memory{virtualLoop};
+};
+
+struct ScriptedWorkHarness : VirtualLoopHarness {
+  BackgroundWork& work() { return scripted; }
+  ScriptedBackgroundWork scripted{virtualLoop};
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 
 }  // namespace
 }  // namespace nimbletype

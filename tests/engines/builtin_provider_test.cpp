@@ -11,6 +11,7 @@ class BuiltInProviderTest : public testing::Test {
   struct Locator : ModelLocator {
     std::optional<std::string> path;
     std::optional<std::string> installedModel() override { return path; }
+    ModelPhase phase() const override { return {}; }
   };
 
   template <typename Answer, typename Start>
@@ -38,7 +39,7 @@ class BuiltInProviderTest : public testing::Test {
   WaitingMainLoop loop;
   RecordingLog log;
   Locator locator;
-  std::unique_ptr<CompletionProvider> provider = makeBuiltInProvider(loop, locator, log);
+  std::unique_ptr<CompletionProvider> provider = std::make_unique<BuiltInProvider>(loop, locator, log);
 };
 
 TEST_F(BuiltInProviderTest, WithoutAModelItSaysWhatToDo) {

@@ -10,6 +10,8 @@ using Arguments = std::span<const std::string>;
 
 int complete(Arguments arguments);
 int doctor(Arguments arguments);
+int download(Arguments arguments);
+int models(Arguments arguments);
 int replay(Arguments arguments);
 
 }  // namespace nimbletype::cli

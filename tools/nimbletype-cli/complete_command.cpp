@@ -1,15 +1,12 @@
 #include <cstdio>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
 
 #include "cli.h"
 #include "core/completion/request_builder.h"
 #include "core/prompt/reply_cleaning.h"
-#include "engines/builtin_provider.h"
-#include "platform/scripted/memory_defaults_store.h"
+#include "engine_choice.h"
 #include "text/text.h"
-#include "waiting_loop.h"
 
 namespace nimbletype::cli {
 namespace {
@@ -18,8 +15,10 @@ constexpr const char* help = R"(usage: nimbletype-cli complete [options] TEXT
 
 Writes one suggestion for a caret at the end of TEXT, cleaned as the application would show it.
 
-  --model FILE      the model of the built-in engine, a GGUF file (default: $NIMBLETYPE_MODEL)
-  --engine KIND     builtIn
+  --engine KIND     builtIn, apple, ollama or openAI (default: the one in the settings)
+  --model MODEL     of the built-in engine a GGUF file (default: $NIMBLETYPE_MODEL, then the downloaded one),
+                    of a server the model's name (default: the one in the settings)
+  --url ADDRESS     of the server (default: the one in the settings)
   --length LENGTH   short, medium (default) or long
   --json            also timings in milliseconds, token counts and both prompts
 
@@ -27,8 +26,8 @@ Exit status: 0, also when there is nothing to suggest; 1 when the engine failed;
 )";
 
 struct Options {
-  std::optional<std::string> model, text;
-  EngineKind engine = EngineKind::builtIn;
+  EngineOptions engine;
+  std::optional<std::string> text;
   CompletionLength length = CompletionLength::medium;
   bool json = false, help = false;
 };
@@ -43,20 +42,17 @@ std::optional<Options> parse(Arguments arguments) {
   Options options;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
-    const bool takesValue = argument == "--model" || argument == "--engine" || argument == "--length";
-    if (takesValue && i + 1 == arguments.size()) return complain(argument + " needs a value"), std::nullopt;
+    if (const auto taken = options.engine.take(arguments, i); taken.taken) {
+      if (!taken.complaint.empty()) return complain(taken.complaint), std::nullopt;
+      continue;
+    }
+    if (argument == "--length" && i + 1 == arguments.size())
+      return complain(argument + " needs a value"), std::nullopt;
     if (argument == "--json")
       options.json = true;
     else if (argument == "--help")
       options.help = true;
-    else if (argument == "--model")
-      options.model = arguments[++i];
-    else if (argument == "--engine") {
-      const auto kind = fromRawValue<EngineKind>(arguments[++i]);
-      if (kind != EngineKind::builtIn)
-        return complain("\"" + arguments[i] + "\" is no engine of this version; there is builtIn"),
-               std::nullopt;
-    } else if (argument == "--length") {
+    else if (argument == "--length") {
       const auto length = fromRawValue<CompletionLength>(arguments[++i]);
       if (!length)
         return complain("\"" + arguments[i] + "\" is no length; there are short, medium and long"),
@@ -70,20 +66,17 @@ std::optional<Options> parse(Arguments arguments) {
       options.text = argument;
     }
   }
-  if (const char* model = std::getenv("NIMBLETYPE_MODEL"); !options.model && model && *model)
-    options.model = model;
   return options;
 }
 
-class SilentLog : public SystemLog {
-  void log(std::string_view, std::string_view) override {}
-};
-
-CompletionRequest requestFor(const Options& options, int words) {
-  MemoryDefaultsStore noSettings;
-  const Preferences prefs(noSettings);
+CompletionRequest requestFor(const Options& options, const Engines& engines, int words) {
   const std::string before = text::repaired(*options.text);
-  return makeRequest({{}, before, before, words, prefs.creativity.get(), {}});
+  return makeRequest({{},
+                      before,
+                      before,
+                      words,
+                      engines.prefs().creativity.get(),
+                      modelFor(engines.chosen(), engines.prefs(), false)});
 }
 
 void printJson(const Completion& completion, const CompletionRequest& request,
@@ -109,21 +102,16 @@ int complete(Arguments arguments) {
   if (options->help) return std::fputs(help, stdout), 0;
   if (!options->text) return complain("no text was given (see --help)");
   const int words = wordBudget(options->length);
-  const CompletionRequest request = requestFor(*options, words);
-
-  WaitingLoop loop;
-  SilentLog log;
-  NamedModel model(options->model);
-  const auto provider = makeBuiltInProvider(loop, model, log);
-  std::optional<CompletionResult> result;
-  const Task running =
-      provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
-  loop.runUntil([&] { return result.has_value(); });
-  if (!*result) return std::fprintf(stderr, "%s\n", result->error().message.c_str()), 1;
+  const auto desktop = makeDesktop();
+  const Engines engines(*desktop, options->engine);
+  CompletionProvider& provider = *engines.hub().writer(engines.chosen());
+  const CompletionRequest request = requestFor(*options, engines, words);
+  const CompletionResult result = engines.complete(provider, request);
+  if (!result) return std::fprintf(stderr, "%s\n", result.error().message.c_str()), 1;
   const std::string suggestion =
-      cleanReply((*result)->text, {text::repaired(*options->text), words, provider->promptStyle(), {}});
+      cleanReply(result->text, {text::repaired(*options->text), words, provider.promptStyle(), {}});
   if (options->json)
-    printJson(**result, request, suggestion);
+    printJson(*result, request, suggestion);
   else
     std::printf("%s\n", suggestion.c_str());
   return 0;

@@ -1,52 +1,76 @@
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <optional>
 
 #include "cli.h"
-#include "engines/builtin_provider.h"
+#include "core/completion/request_builder.h"
+#include "core/prompt/prompt_builder.h"
+#include "engine_choice.h"
+#include "engines/server_address.h"
 #include "health.h"
-#include "waiting_loop.h"
 
 namespace nimbletype::cli {
 namespace {
 
-constexpr const char* help = R"(usage: nimbletype-cli doctor [--model FILE]
+constexpr const char* help = R"(usage: nimbletype-cli doctor [options]
 
-Shows the state of everything the application needs, each with what to do about it. The model is that of --model or
-$NIMBLETYPE_MODEL.
+Shows the state of everything the application needs, each with what to do about it. The engine in use has to write a
+word; the others are asked how they are.
+
+  --engine KIND     look at this engine as if it were the one in the settings
+  --model MODEL     with this GGUF file (default: $NIMBLETYPE_MODEL, then the downloaded one) or server's model
+  --url ADDRESS     with this server
 
 Exit status: 0; 1 when the application could not do its main job here; 2 for wrong arguments.
 )";
 
-class SilentLog : public SystemLog {
-  void log(std::string_view, std::string_view) override {}
-};
-
-// Loads the model and evaluates a few words: the only proof that it works.
-Finding modelFinding(const std::optional<std::string>& path) {
-  Finding finding{"Engine and model", "", "", true, true};
-  WaitingLoop loop;
-  SilentLog log;
-  NamedModel model(path);
-  const auto provider = makeBuiltInProvider(loop, model, log);
-  CompletionRequest request;
-  request.rawPrompt = "Thank you for your";
-  request.maxTokens = 1;
-  std::optional<CompletionResult> result;
-  const Task running =
-      provider->complete(request, {}, [&](CompletionResult answer) { result = std::move(answer); });
-  loop.runUntil([&] { return result.has_value(); });
-  if (*result) {
-    finding.state = "built in, " + path.value_or("downloaded model") + " loads and answers";
-    return finding;
+std::string advice(const Engines& engines, EngineKind kind) {
+  switch (kind) {
+    case EngineKind::builtIn:
+      if (engines.modelFile()) return "Name a whole GGUF file of a known architecture with --model.";
+      return "Fetch the model with nimbletype-cli download, or name a GGUF file with --model, such as "
+             "models/starter/starter-q8_0.gguf.";
+    case EngineKind::apple:
+      return "Choose another engine.";
+    case EngineKind::ollama:
+    case EngineKind::openAI:
+      return "Start the server, and choose one of the models that nimbletype-cli models shows.";
   }
-  finding.works = false;
-  finding.state = "built in, " + (path ? *path + ": " : std::string()) + result->error().message;
-  finding.advice =
-      path ? "Name a whole GGUF file of a known architecture with --model or NIMBLETYPE_MODEL."
-           : "Name a GGUF file with --model or NIMBLETYPE_MODEL, such as models/starter/starter-q8_0.gguf.";
+  return {};
+}
+
+// Writing a word is the only proof that an engine works.
+Finding chosenFinding(const Engines& engines) {
+  const EngineKind kind = engines.chosen();
+  Finding finding{"Engine: " + std::string(displayName(kind)), "", "", true, true};
+  CompletionProvider& writer = *engines.hub().writer(kind);
+  CompletionRequest request;
+  request.rawPrompt = request.prompt = "Thank you for your";
+  request.instructions = systemPrompt(1);
+  request.maxTokens = 1;
+  request.model = modelFor(kind, engines.prefs(), false);
+  const CompletionResult result = engines.complete(writer, request);
+  finding.state = engines.status(*engines.hub().provider(kind)).label();
+  if (const auto file = engines.modelFile(); file && kind == EngineKind::builtIn) finding.state = *file;
+  finding.state += result ? ", and it writes" : ": " + result.error().message;
+  finding.works = result.has_value();
+  if (!finding.works) finding.advice = advice(engines, kind);
   return finding;
+}
+
+std::vector<Finding> engineFindings(const EngineOptions& options) {
+  const auto desktop = makeDesktop();
+  const Engines engines(*desktop, options);
+  std::vector<Finding> findings{chosenFinding(engines)};
+  if (const std::string warning = serverWarning(engines.address(engines.chosen()));
+      usesServer(engines.chosen()) && !warning.empty())
+    findings.front().advice = warning;
+  for (EngineKind kind : {EngineKind::builtIn, EngineKind::apple, EngineKind::ollama, EngineKind::openAI}) {
+    if (kind == engines.chosen()) continue;
+    const ProviderStatus status = engines.status(*engines.hub().provider(kind));
+    findings.push_back(
+        {"Engine: " + std::string(displayName(kind)), status.label(), "", !status.isProblem(), false});
+  }
+  return findings;
 }
 
 }  // namespace
@@ -69,13 +93,14 @@ int exitStatus(const std::vector<Finding>& findings) {
 
 int doctor(Arguments arguments) {
   if (arguments.size() == 1 && arguments[0] == "--help") return std::fputs(help, stdout), 0;
-  std::optional<std::string> model;
-  if (const char* path = std::getenv("NIMBLETYPE_MODEL"); path && *path) model = path;
-  if (arguments.size() == 2 && arguments[0] == "--model")
-    model = arguments[1];
-  else if (!arguments.empty())
-    return std::fputs(help, stderr), 2;
-  std::vector<Finding> findings{modelFinding(model)};
+  EngineOptions options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const auto taken = options.take(arguments, i);
+    if (!taken.taken) return std::fputs(help, stderr), 2;
+    if (!taken.complaint.empty())
+      return std::fprintf(stderr, "nimbletype-cli doctor: %s\n", taken.complaint.c_str()), 2;
+  }
+  std::vector<Finding> findings = engineFindings(options);
   for (Finding& finding : desktopFindings()) findings.push_back(std::move(finding));
   std::fputs(report(findings).c_str(), stdout);
   const int status = exitStatus(findings);

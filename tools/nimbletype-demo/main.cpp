@@ -15,16 +15,19 @@ using namespace nimbletype;
 
 constexpr const char* usage =
     "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad --out DIR\n"
-    "                       [--engine KIND] [--dpi N]\n"
+    "                       [--dpi N]\n"
+    "                       [--engine openAI --server LLAMA_SERVER]\n"
     "       nimbletype-demo --measure --app PROGRAM [--model FILE] [--editor mousepad|featherpad]\n";
 
 struct Options {
-  std::map<std::string, std::string> values{{"--app", ""}, {"--model", ""}, {"--editor", "mousepad"},
-                                            {"--out", ""}, {"--dpi", ""},   {"--engine", ""}};
+  std::map<std::string, std::string> values{{"--app", ""},   {"--model", ""}, {"--editor", "mousepad"},
+                                            {"--out", ""},   {"--dpi", ""},   {"--engine", ""},
+                                            {"--server", ""}};
   bool measure = false;
 
   Scene::Cast cast() const {
-    return {values.at("--app"), values.at("--model"), values.at("--editor"), values.at("--engine")};
+    return {values.at("--app"), values.at("--model"), values.at("--editor"), values.at("--engine"),
+            values.at("--server")};
   }
 };
 

@@ -13,6 +13,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const std::string servedModel = "starter";
+
 constexpr std::array sentences{"Thank you for your",      "Please let me know if you",
                                "I am looking forward to", "We would like to",
                                "It was great to",         "If you have any questions"};
@@ -50,15 +52,19 @@ void Scene::writeSettings() const {
   // Without chance, so that every run shows the same.
   nlohmann::json settings{{"creativity", 0.0}};
   if (!cast_.engine.empty()) settings["engine"] = cast_.engine;
+  if (server_) settings.update({{"serverURL", server_->url("/v1")}, {"serverModel", servedModel}});
   const auto folder = folder_.path() / "data" / "Nimbletype";
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "settings.json") << settings.dump();
 }
 
 std::chrono::milliseconds Scene::startApplication() {
+  if (!cast_.server.empty())
+    server_ = std::make_unique<LlamaServer>(cast_.server, cast_.model,
+                                            std::vector<std::string>{"--alias", servedModel});
   writeSettings();
   std::vector<std::string> command{cast_.application, "--verbose"};
-  if (!cast_.model.empty()) command.insert(command.end(), {"--model", cast_.model});
+  if (!cast_.model.empty() && !server_) command.insert(command.end(), {"--model", cast_.model});
   const auto start = Clock::now();
   application_ = std::make_unique<ChildProcess>(ChildProcess::Start{
       command,

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/llama_server.h"
 #include "tests/support/user_keyboard.h"
 #include "tools/nimbletype-demo/child_process.h"
 #include "tools/nimbletype-demo/editor.h"
@@ -30,6 +31,7 @@ class Scene {
  public:
   struct Cast {
     std::string application, model, editor, engine;  // no model, no engine: as the application has it
+    std::string server;  // the program that serves the model, where the engine is not the application's own
   };
   explicit Scene(Cast cast);
 
@@ -63,6 +65,7 @@ class Scene {
   UserKeyboard user_;
   Editor editor_;
   TraceLog trace_;
+  std::unique_ptr<LlamaServer> server_;
   std::unique_ptr<ChildProcess> application_;
   std::unique_ptr<GhostWindow> ghost_;
 };

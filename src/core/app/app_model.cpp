@@ -1,19 +1,9 @@
 #include "core/app/app_model.h"
 
-#include "engines/builtin_provider.h"
+#include "engines/engine_set.h"
 #include "input/key_combo_display.h"
 
 namespace nimbletype {
-namespace {
-
-std::vector<std::unique_ptr<CompletionProvider>> makeProviders(Ports& ports) {
-  std::vector<std::unique_ptr<CompletionProvider>> providers;
-  providers.push_back(makeBuiltInProvider(ports.loop, ports.model, ports.log));
-  return providers;
-}
-
-}  // namespace
-
 AppModel::AppModel(Ports ports)
     : ports_(std::move(ports)),
       injector_(ports_.eventPoster, ports_.accessibility, ports_.log),
@@ -22,7 +12,12 @@ AppModel::AppModel(Ports ports)
       keyTap_(ports_.eventTap, ports_.log),
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),
-      hub_(makeProviders(ports_)),
+      modelStore_({ports_.loop, ports_.downloads, ports_.background, ports_.disk, ports_.log},
+                  builtInModel(modelHub(ports_.defaults, ports_.log)), ports_.dataFolder / "Models"),
+      namedModel_(ports_.modelFile),
+      hub_(makeProviders({ports_.loop, prefs_,
+                          ports_.modelFile ? static_cast<ModelLocator&>(namedModel_) : modelStore_,
+                          ports_.http, ports_.secrets, ports_.onDevice, ports_.log})),
       typo_(ports_.spellChecker),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
       context_(ports_.loop, ports_.user),
@@ -34,14 +29,23 @@ AppModel::AppModel(Ports ports)
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
   };
   showHintLabel();
+  modelPhase_ = modelStore_.observe([this] {
+    if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
+  });
   hintLabel_ = prefs_.acceptWordKey.observe(showHintLabel);
 }
 
 bool AppModel::start() {
   const bool tapRunning = keyTap_.start();
   fieldSource_.start();
+  engine_.warmUp();
   ports_.log.log("app", std::string("system-wide start: tap running ") + (tapRunning ? "true" : "false"));
   return tapRunning;
+}
+
+bool AppModel::canWrite() const {
+  CompletionProvider* writer = hub_.writer(prefs_.engine.get());
+  return writer && writer->isReady();
 }
 
 }  // namespace nimbletype

@@ -1,9 +1,13 @@
 #pragma once
+#include <filesystem>
+#include <optional>
+#include <string>
+
 #include "core/app/key_router.h"
 #include "core/completion/completion_engine.h"
 #include "core/rules/app_rules.h"
 #include "core/settings/preferences.h"
-#include "engines/model_locator.h"
+#include "engines/model_store.h"
 #include "engines/provider_hub.h"
 #include "input/ax_field_source.h"
 #include "input/context_collector.h"
@@ -11,10 +15,16 @@
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_panel.h"
+#include "platform/background_work.h"
 #include "platform/defaults_store.h"
+#include "platform/disk_space.h"
 #include "platform/event_poster.h"
 #include "platform/file_store.h"
 #include "platform/font_metrics.h"
+#include "platform/http_client.h"
+#include "platform/http_downloads.h"
+#include "platform/on_device_model.h"
+#include "platform/secret_store.h"
 #include "platform/workspace.h"
 
 namespace nimbletype {
@@ -35,7 +45,14 @@ struct Ports {
   SpellChecker& spellChecker;
   DefaultsStore& defaults;
   FileStore& rulesFile;
-  ModelLocator& model;
+  HttpClient& http;
+  HttpDownloads& downloads;
+  SecretStore& secrets;
+  OnDeviceModel& onDevice;
+  BackgroundWork& background;
+  DiskSpace& disk;
+  std::filesystem::path dataFolder;
+  std::optional<std::string> modelFile;  // used as it is, instead of the downloaded one
   UserIdentity user;
 };
 
@@ -51,9 +68,13 @@ class AppModel {
   // else runs all the same.
   bool start();
 
+  // Whether there is an engine to ask, as far as that is known without asking one.
+  bool canWrite() const;
+
   CompletionEngine& engine() { return engine_; }
   Preferences& preferences() { return prefs_; }
   AppRules& rules() { return rules_; }
+  ModelStore& modelStore() { return modelStore_; }
 
  private:
   Ports ports_;
@@ -62,13 +83,15 @@ class AppModel {
   KeyTap keyTap_;
   Preferences prefs_;
   AppRules rules_;
+  ModelStore modelStore_;
+  NamedModel namedModel_;
   ProviderHub hub_;
   TypoChecker typo_;
   GhostPanel ghost_;
   ContextCollector context_;
   CompletionEngine engine_;
   KeyRouter keys_;
-  Task hintLabel_;
+  Task hintLabel_, modelPhase_;
 };
 
 }  // namespace nimbletype

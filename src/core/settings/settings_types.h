@@ -53,6 +53,12 @@ constexpr int wordBudget(CompletionLength length) {
   return budgets[static_cast<std::size_t>(length)];
 }
 
+// An engine's name as the user knows it.
+constexpr std::string_view displayName(EngineKind kind) {
+  constexpr std::string_view names[] = {"Nimbletype model", "Apple Intelligence", "Ollama", "Local server"};
+  return names[static_cast<std::size_t>(kind)];
+}
+
 // Whether the engine talks to a server and so needs an address and a model name.
 constexpr bool usesServer(EngineKind kind) {
   return kind == EngineKind::ollama || kind == EngineKind::openAI;

@@ -5,11 +5,11 @@
 
 namespace nimbletype {
 
-// The port over the standard user defaults. `keys` lists what is stored for this application alone.
+// The port over the user defaults of the application. `keys` lists what is stored for this application alone.
 class MacDefaultsStore final : public DefaultsStore {
  public:
-  // The domain is the bundle identifier under which the standard defaults are stored.
-  explicit MacDefaultsStore(NSString* domain) : domain_([domain copy]) {}
+  // The domain is the application's bundle identifier; other programs of ours read it as well.
+  explicit MacDefaultsStore(NSString* domain);
   std::optional<DefaultsValue> get(std::string_view key) const override;
   void set(std::string_view key, const DefaultsValue& value) override;
   void remove(std::string_view key) override;
@@ -17,6 +17,7 @@ class MacDefaultsStore final : public DefaultsStore {
 
  private:
   NSString* domain_;
+  NSUserDefaults* defaults_;
 };
 
 }  // namespace nimbletype

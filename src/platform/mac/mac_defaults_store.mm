@@ -23,10 +23,19 @@ struct ToObject {
   }
 };
 
+// A domain's own application is not given it by name.
+NSUserDefaults* defaultsOf(NSString* domain) {
+  if ([domain isEqualToString:NSBundle.mainBundle.bundleIdentifier]) return NSUserDefaults.standardUserDefaults;
+  return [[NSUserDefaults alloc] initWithSuiteName:domain];
+}
+
 }  // namespace
 
+MacDefaultsStore::MacDefaultsStore(NSString* domain)
+    : domain_([domain copy]), defaults_(defaultsOf(domain)) {}
+
 std::optional<DefaultsValue> MacDefaultsStore::get(std::string_view key) const {
-  id object = [NSUserDefaults.standardUserDefaults objectForKey:nsString(key)];
+  id object = [defaults_ objectForKey:nsString(key)];
   if ([object isKindOfClass:NSNumber.class]) return numberValue(object);
   if ([object isKindOfClass:NSString.class]) return utf8String(object);
   if (![object isKindOfClass:NSData.class]) return std::nullopt;
@@ -35,16 +44,16 @@ std::optional<DefaultsValue> MacDefaultsStore::get(std::string_view key) const {
 }
 
 void MacDefaultsStore::set(std::string_view key, const DefaultsValue& value) {
-  [NSUserDefaults.standardUserDefaults setObject:std::visit(ToObject{}, value) forKey:nsString(key)];
+  [defaults_ setObject:std::visit(ToObject{}, value) forKey:nsString(key)];
 }
 
 void MacDefaultsStore::remove(std::string_view key) {
-  [NSUserDefaults.standardUserDefaults removeObjectForKey:nsString(key)];
+  [defaults_ removeObjectForKey:nsString(key)];
 }
 
 std::vector<std::string> MacDefaultsStore::keys() const {
   std::vector<std::string> keys;
-  for (NSString* key in [NSUserDefaults.standardUserDefaults persistentDomainForName:domain_])
+  for (NSString* key in [defaults_ persistentDomainForName:domain_])
     keys.push_back(utf8String(key));
   return keys;
 }

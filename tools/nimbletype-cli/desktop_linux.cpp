@@ -1,0 +1,66 @@
+#include <QCoreApplication>
+#include <optional>
+
+#include "desktop.h"
+#include "platform/linux/absent_on_device_model.h"
+#include "platform/linux/atomic_file.h"
+#include "platform/linux/json_defaults_store.h"
+#include "platform/linux/linux_disk_space.h"
+#include "platform/linux/linux_paths.h"
+#include "platform/linux/secret_service_store.h"
+#include "platform/linux/stderr_log.h"
+#include "platform/linux/utility_work.h"
+#include "platform/qt/qt_http_client.h"
+#include "platform/qt/qt_http_downloads.h"
+#include "platform/qt/qt_main_loop.h"
+
+namespace nimbletype::cli {
+namespace {
+
+template <typename Adapter>
+Adapter& made(std::optional<Adapter>& adapter, auto&&... arguments) {
+  return adapter ? *adapter : adapter.emplace(arguments...);
+}
+
+class LinuxDesktop : public Desktop {
+ public:
+  MainLoop& loop() override { return loop_; }
+  SystemLog& log() override { return log_; }
+  HttpClient& http() override { return made(http_); }
+  HttpDownloads& downloads() override { return made(downloads_, loop_); }
+  SecretStore& secrets() override { return made(secrets_, loop_); }
+  OnDeviceModel& onDevice() override { return made(onDevice_, loop_); }
+  BackgroundWork& background() override { return made(background_, loop_); }
+  DiskSpace& disk() override { return disk_; }
+  DefaultsStore& defaults() override { return made(defaults_, settings_, loop_, log_); }
+  std::filesystem::path dataFolder() const override { return nimbletype::dataFolder(); }
+
+  void runUntil(const std::function<bool()>& condition) override {
+    while (!condition()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+
+ private:
+  static inline int argumentCount_ = 1;
+  static inline char name_[] = "nimbletype-cli";
+  static inline char* arguments_[] = {name_, nullptr};
+
+  QCoreApplication application_{argumentCount_, arguments_};
+  StderrLog log_{false};
+  QtMainLoop loop_;
+  LinuxDiskSpace disk_;
+  AtomicFile settings_{nimbletype::dataFolder() / "settings.json"};
+  std::optional<QtHttpClient> http_;
+  std::optional<QtHttpDownloads> downloads_;
+  std::optional<SecretServiceStore> secrets_;
+  std::optional<AbsentOnDeviceModel> onDevice_;
+  std::optional<UtilityWork> background_;
+  std::optional<JsonDefaultsStore> defaults_;
+};
+
+}  // namespace
+
+std::unique_ptr<Desktop> makeDesktop() {
+  return std::make_unique<LinuxDesktop>();
+}
+
+}  // namespace nimbletype::cli
