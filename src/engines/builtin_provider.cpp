@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "text/text.h"
+#include "engines/separate_completions.h"
 
 namespace nimbletype {
 namespace {
@@ -18,14 +18,9 @@ Completion completionOf(LlamaRuntime::Output output) {
            output.generationMilliseconds}};
 }
 
-// The candidates that say something, each once.
-std::vector<std::string> distinctTexts(LlamaRuntime::Output output) {
-  std::vector<std::string> texts;
+std::vector<std::string> candidatesOf(LlamaRuntime::Output output) {
   output.alternatives.insert(output.alternatives.begin(), std::move(output.text));
-  for (auto& text : output.alternatives)
-    if (!text::isBlank(text) && std::ranges::find(texts, text) == texts.end())
-      texts.push_back(std::move(text));
-  return texts;
+  return distinctTexts(output.alternatives);
 }
 
 template <typename Function>
@@ -59,7 +54,7 @@ Task BuiltInProvider::prepare(const CompletionRequest& request, ResultHandler do
 
 Task BuiltInProvider::alternatives(const CompletionRequest& request, int count, AlternativesHandler done) {
   return submit(request, std::max(count, 2), {},
-                [done = std::move(done)](auto result) { done(mapped(std::move(result), distinctTexts)); });
+                [done = std::move(done)](auto result) { done(mapped(std::move(result), candidatesOf)); });
 }
 
 Task BuiltInProvider::submit(const CompletionRequest& request, int candidates, PartialHandler grow,

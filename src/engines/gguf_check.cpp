@@ -68,6 +68,10 @@ Fault faultOfProperties(const GgufHead& head) {
   if (!architecture) return "it does not name its architecture";
   const auto* layers = head.number(*architecture + ".block_count");
   if (!layers || *layers < 1 || *layers > mostLayers) return "its number of layers is impossible";
+  // Positions are turned in pairs; over none of them llama.cpp never ends.
+  for (const char* key : {".rope.dimension_count", ".rope.dimension_count_swa"})
+    if (const auto* turned = head.number(*architecture + key); turned && (*turned < 2 || *turned % 2 != 0))
+      return "its positions are impossible";
   return std::nullopt;
 }
 

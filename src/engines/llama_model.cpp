@@ -135,10 +135,13 @@ void LlamaModel::adaptThreads(double busyShare) {
   llama_set_n_threads(context_.get(), threads, threads);
 }
 
-// The first evaluation touches every page of the weights; the user should not wait for that.
+// The first evaluation touches every page of the weights; the user should not wait for that. It stays on this
+// thread, where a failed assertion can be met.
 std::expected<void, RuntimeFailure> LlamaModel::warmUp() {
   const Tokens twice(2, vocabulary_->neutralToken());
+  llama_set_n_threads(context_.get(), 1, 1);
   const auto done = sequence_->append(twice, {});
+  llama_set_n_threads(context_.get(), threadsInUse_, threadsInUse_);
   sequence_->clear();
   return done;
 }

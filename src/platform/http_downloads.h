@@ -43,7 +43,7 @@ class HttpDownloads {
  public:
   struct Handlers {
     // Called on the other thread with the final reply's head, so it must own what it uses. Answers to which
-    // length the file is cut before the body is appended; none ends the transfer.
+    // length the file, which it may also remove, is cut before the body is appended; none ends the transfer.
     std::function<std::optional<std::int64_t>(const DownloadHead&)> place;
     // Main thread, a few times a second: how long the file is now.
     std::function<void(std::int64_t fileSize)> progress;

@@ -15,7 +15,7 @@ class StoppedApplication : public testing::Test {
   void SetUp() override {
     ASSERT_TRUE(DesktopSession::start());
     const auto programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    scene_ = std::make_unique<Scene>(Scene::Cast{programs / "nimbletype", STARTER_MODEL, "mousepad", ""});
+    scene_ = std::make_unique<Scene>(Scene::Cast{programs / "nimbletype", STARTER_MODEL, "mousepad", "", ""});
     scene_->startApplication();
     document_ = scene_->typeUntilGhost([](const std::string&) {});
   }

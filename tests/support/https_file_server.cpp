@@ -80,7 +80,7 @@ sockaddr_in loopback(std::uint16_t port) {
   return address;
 }
 
-// Nobody else is given it soon: the system hands such numbers out in turn.
+// Somebody else may take it before nginx does, which has not been seen to happen.
 std::uint16_t freePort() {
   const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
   auto address = loopback(0);

@@ -1,12 +1,8 @@
 #pragma once
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
-#include <cstdint>
-#include <optional>
 
-#include "platform/download_file.h"
-#include "platform/http_downloads.h"
+#include "platform/download_sink.h"
 #include "platform/qt/qt_network.h"
 
 namespace nimbletype {
@@ -28,23 +24,15 @@ class QtDownload final : public QObject {
   void follow(const QByteArray& location);
   void hear();
   bool hasBegun();
-  void begin();
   void take();
   void finished();
-  std::optional<DownloadEnd> keep(const QByteArray& bytes);
-  void report();
   void end(const DownloadEnd& end);
 
   QtNetwork& network_;
-  DownloadRequest request_;
-  HttpDownloads::Handlers handlers_;
+  DownloadSink sink_;
   QNetworkReply* reply_ = nullptr;
-  DownloadFile file_;
-  std::optional<DownloadHead> head_;
-  std::int64_t received_ = 0;  // of the final reply's body
   int redirects_ = 0;
   QTimer silence_;
-  QElapsedTimer sinceReport_;
 };
 
 }  // namespace nimbletype

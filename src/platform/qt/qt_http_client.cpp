@@ -31,6 +31,13 @@ HttpFailure::Case reasonFor(QNetworkReply::NetworkError error, bool begun) {
   }
 }
 
+// Whether less has come than the head announced.
+bool isShort(const QNetworkReply& reply, std::size_t received) {
+  const auto announced = reply.header(QNetworkRequest::ContentLengthHeader);
+  return reply.operation() != QNetworkAccessManager::HeadOperation && announced.isValid() &&
+         received < announced.toULongLong();
+}
+
 // One request and what becomes of it. Deletes itself when that has been told.
 class Exchange final : public QObject {
  public:
@@ -95,8 +102,7 @@ void Exchange::finished() {
   if (hasFailed(*reply_))
     return settle(
         std::unexpected(HttpFailure{reasonFor(error, status > 0), reply_->errorString().toStdString()}));
-  const bool hasBody = reply_->operation() != QNetworkAccessManager::HeadOperation;
-  if (hasBody && isShort(*reply_, static_cast<std::int64_t>(body_.size())))
+  if (isShort(*reply_, body_.size()))
     return settle(std::unexpected(HttpFailure{dropped, "the reply was cut off"}));
   settle(HttpReply{status, headersOf(*reply_), std::move(body_)});
 }

@@ -96,28 +96,6 @@ class QtHttpDownloads::Transfers {
   std::uint64_t started_ = 0;
 };
 
-namespace {
-
-using Handlers = HttpDownloads::Handlers;
-
-// What the thread calls: each report goes to the main thread, and nowhere once the task is gone.
-Handlers posted(MainLoop& loop, const Handlers& handlers, const std::shared_ptr<Handlers>& wanted) {
-  const auto progress = [&loop, weak = std::weak_ptr(wanted)](std::int64_t size) {
-    loop.post([weak, size] {
-      if (const auto alive = weak.lock()) alive->progress(size);
-    });
-  };
-  const auto done = [&loop, weak = std::weak_ptr(wanted)](const DownloadEnd& end,
-                                                          const std::optional<DownloadHead>& head) {
-    loop.post([weak, end, head] {
-      if (const auto alive = weak.lock()) alive->done(end, head);
-    });
-  };
-  return {handlers.place, progress, done};
-}
-
-}  // namespace
-
 QtHttpDownloads::QtHttpDownloads(MainLoop& loop, Milliseconds longestSilence)
     : loop_(loop), longestSilence_(longestSilence) {}
 
@@ -125,8 +103,8 @@ QtHttpDownloads::~QtHttpDownloads() = default;
 
 Task QtHttpDownloads::start(const DownloadRequest& request, Handlers handlers) {
   if (!transfers_) transfers_ = std::make_shared<Transfers>();
-  auto wanted = std::make_shared<Handlers>(Handlers{nullptr, handlers.progress, handlers.done});
-  const auto id = transfers_->start(request, posted(loop_, handlers, wanted), longestSilence_);
+  auto wanted = std::make_shared<Handlers>(std::move(handlers));
+  const auto id = transfers_->start(request, postedTo(loop_, wanted), longestSilence_);
   return Task([wanted, id, transfers = std::weak_ptr(transfers_)]() mutable {
     wanted.reset();
     if (const auto running = transfers.lock()) running->stop(id);

@@ -98,9 +98,4 @@ bool hasFailed(const QNetworkReply& reply) {
   return error != QNetworkReply::NoError && !(statusOf(reply) >= 400 && isAboutStatus(error));
 }
 
-bool isShort(const QNetworkReply& reply, std::int64_t received) {
-  const auto announced = reply.header(QNetworkRequest::ContentLengthHeader);
-  return announced.isValid() && received < announced.toLongLong();
-}
-
 }  // namespace nimbletype

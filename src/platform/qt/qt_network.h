@@ -42,7 +42,5 @@ int statusOf(const QNetworkReply& reply);
 std::vector<HttpHeader> headersOf(const QNetworkReply& reply);
 // Whether the exchange itself failed; a status that tells of an error is none.
 bool hasFailed(const QNetworkReply& reply);
-// Whether less has come than the reply's head announced.
-bool isShort(const QNetworkReply& reply, std::int64_t received);
 
 }  // namespace nimbletype

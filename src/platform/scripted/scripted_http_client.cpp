@@ -28,7 +28,7 @@ void ScriptedHttpClient::willFail(HttpFailure::Case reason, Milliseconds delay) 
 ScriptedHttpClient::Answer ScriptedHttpClient::nextAnswer(const HttpRequest& request) {
   using enum HttpFailure::Case;
   if (!isWebAddress(request.url)) return {failure(badAddress)};
-  const Answer late{failure(timedOut), request.timeout};
+  Answer late{failure(timedOut), request.timeout};
   if (answers.empty()) return late;
   Answer answer = std::move(answers.front());
   answers.pop_front();

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/download_file.h"
+#include "platform/download_sink.h"
 
 namespace nimbletype {
 
@@ -14,8 +14,7 @@ class ScriptedHttpDownloads::Transfer : public std::enable_shared_from_this<Tran
   Transfer(MainLoop& loop, DownloadRequest request, Handlers handlers, ScriptedFileServer server,
            const std::shared_ptr<Transfers>& all)
       : loop_(loop),
-        request_(std::move(request)),
-        handlers_(std::move(handlers)),
+        sink_(std::move(request), std::move(handlers), Milliseconds(0)),
         server_(std::move(server)),
         all_(all) {}
 
@@ -23,7 +22,7 @@ class ScriptedHttpDownloads::Transfer : public std::enable_shared_from_this<Tran
   // Its own callback may be running.
   void stop() {
     timer_.cancel();
-    file_.close();
+    sink_.close();
   }
 
  private:
@@ -34,15 +33,12 @@ class ScriptedHttpDownloads::Transfer : public std::enable_shared_from_this<Tran
   }
 
   void connect() {
-    if (const auto opened = file_.open(request_.file); !opened) return end(notWritten, opened.error());
-    if (!server_.reachable) return end(notConnected, "connection refused");
+    if (const auto trouble = sink_.open()) return end(*trouble);
+    if (!server_.reachable) return end({notConnected, "connection refused"});
     if (!server_.redirectsTo.empty() && !server_.redirectsTo.starts_with("https://"))
-      return end(redirectRefused, server_.redirectsTo);
-    answer_ = scriptedAnswer(server_, request_.headers);
-    head_ = answer_.head;
-    const auto length = handlers_.place(answer_.head);
-    if (!length) return end(turnedAway);
-    if (const auto cut = file_.cutTo(*length); !cut) return end(notWritten, cut.error());
+      return end({redirectRefused, server_.redirectsTo});
+    answer_ = scriptedAnswer(server_, sink_.request().headers);
+    if (const auto trouble = sink_.begin(answer_.head)) return end(*trouble);
     next(&Transfer::piece);
   }
 
@@ -55,48 +51,38 @@ class ScriptedHttpDownloads::Transfer : public std::enable_shared_from_this<Tran
   }
 
   void piece() {
-    const auto count = std::min(left(), server_.bytesPerTick);
-    const auto fits = std::clamp<std::int64_t>(request_.most - file_.size(), 0, count);
-    const auto kept = file_.append(std::string_view(answer_.body).substr(sent_, fits));
-    if (!kept) return end(notWritten, kept.error());
-    sent_ += fits;
-    if (fits > 0 && !reported()) return;
-    if (fits < count) return end(tooLong);
+    const auto count = static_cast<std::size_t>(std::min(left(), server_.bytesPerTick));
+    const auto bytes = std::string_view(answer_.body).substr(static_cast<std::size_t>(sent_), count);
+    const auto trouble = sink_.take(bytes);
+    if (!isRunning()) return;
+    if (trouble) return end(*trouble);
+    sent_ += static_cast<std::int64_t>(count);
     if (left() > 0) return next(&Transfer::piece);
-    finish();
+    if (sent_ == static_cast<std::int64_t>(answer_.body.size())) return end(sink_.whole());
+    if (sent_ == server_.fallsSilentAfter) return next(&Transfer::silent, longestSilence);
+    end({dropped, "the connection was closed"});
   }
 
-  // False when that was the end of this transfer: its owner may drop it on hearing of the progress.
-  bool reported() {
-    const std::weak_ptr<Transfers> all = all_;
-    handlers_.progress(file_.size());
-    const auto alive = all.lock();
-    return alive && alive->contains(shared_from_this());
+  void silent() { end({dropped, "the connection fell silent"}); }
+
+  // No longer once its owner has dropped it on hearing of the progress.
+  bool isRunning() {
+    const auto all = all_.lock();
+    return all && all->contains(shared_from_this());
   }
 
-  void finish() {
-    if (sent_ == static_cast<std::int64_t>(answer_.body.size())) return end(complete);
-    if (sent_ == server_.dropsAfter) return end(dropped, "the connection was closed");
-    next(&Transfer::silent, longestSilence);
-  }
-
-  void silent() { end(dropped, "nothing came for a minute"); }
-
-  void end(DownloadEnd::Case result, std::string detail = {}) {
-    stop();
+  void end(const DownloadEnd& end) {
+    timer_.cancel();
     const auto self = shared_from_this();
     if (const auto all = all_.lock()) all->erase(self);
-    handlers_.done({result, std::move(detail)}, head_);
+    sink_.end(end);
   }
 
   MainLoop& loop_;
-  DownloadRequest request_;
-  Handlers handlers_;
+  DownloadSink sink_;
   ScriptedFileServer server_;
   std::weak_ptr<Transfers> all_;
   ScriptedAnswer answer_;
-  std::optional<DownloadHead> head_;
-  DownloadFile file_;
   std::int64_t sent_ = 0;
   Task timer_;
 };
