@@ -81,9 +81,9 @@ class Application {
   MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
-  MacSecretStore secrets_{loop_};
-  MacOnDeviceModel onDevice_{loop_};
-  MacBackgroundWork background_{loop_};
+  MacSecretStore secrets_;
+  MacOnDeviceModel onDevice_;
+  MacBackgroundWork background_;
   MacDiskSpace disk_;
   AppModel model_{{.loop = loop_,
                    .log = log_,

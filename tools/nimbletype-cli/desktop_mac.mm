@@ -42,9 +42,9 @@ class MacDesktop : public Desktop {
   SilentLog log_;
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
-  MacSecretStore secrets_{loop_};
-  MacOnDeviceModel onDevice_{loop_};
-  MacBackgroundWork background_{loop_};
+  MacSecretStore secrets_;
+  MacOnDeviceModel onDevice_;
+  MacBackgroundWork background_;
   MacDiskSpace disk_;
   // A program without a bundle reads the application's settings by the name of its domain.
   MacDefaultsStore defaults_{@"com.moravelle.nimbletype"};
