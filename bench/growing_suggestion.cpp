@@ -1,5 +1,5 @@
 // When the first word of a suggestion is there to be drawn, and when all of it is, with the built-in model.
-//   growing_suggestion MODEL     one slow enough to see it; scripts/slow_model.py makes one of any other
+//   growing_suggestion MODEL     one slow enough to see it; tools/models/slow_model.py makes one of any other
 #include <array>
 #include <cstdio>
 #include <optional>

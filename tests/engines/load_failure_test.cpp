@@ -70,6 +70,27 @@ TEST_F(LoadFailure, ModelsWithDamagedHeads) {
   expectRefused(write("unknown.gguf", unknown));
 }
 
+// Over each of these llama.cpp itself would end the process or never return.
+TEST_F(LoadFailure, WholeFilesThatMakeNoSense) {
+  const auto with = [this](const std::string& key, const std::string& value) {
+    auto changed = whole;
+    const auto at = changed.find(key);
+    EXPECT_NE(at, std::string::npos) << key;
+    constexpr std::size_t type = 4;
+    return write("odd.gguf", changed.replace(at + key.size() + type, value.size(), value));
+  };
+  const std::string zero(4, '\0'), minusOne("\0\0\x80\xBF", 4), seven("\7\0\0\0", 4),
+      huge("\xFF\xFF\xFF\x7F", 4);
+  expectRefused(with("llama.rope.dimension_count", zero));
+  expectRefused(with("llama.rope.dimension_count", seven));
+  expectRefused(with("llama.block_count", zero));
+  expectRefused(with("llama.block_count", huge));
+  expectRefused(with("llama.attention.layer_norm_rms_epsilon", minusOne));
+  auto order = job("Thank you", 2);
+  order.modelPath = with("llama.context_length", seven);
+  EXPECT_TRUE(run(order).has_value()) << "a change that makes sense is no damage";
+}
+
 TEST_F(LoadFailure, UnreadableFiles) {
   const auto path = write("secret.gguf", whole);
   fs::permissions(path, fs::perms::none);

@@ -25,7 +25,8 @@ struct ToObject {
 
 // A domain's own application is not given it by name.
 NSUserDefaults* defaultsOf(NSString* domain) {
-  if ([domain isEqualToString:NSBundle.mainBundle.bundleIdentifier]) return NSUserDefaults.standardUserDefaults;
+  if ([domain isEqualToString:NSBundle.mainBundle.bundleIdentifier])
+    return NSUserDefaults.standardUserDefaults;
   return [[NSUserDefaults alloc] initWithSuiteName:domain];
 }
 
@@ -53,8 +54,7 @@ void MacDefaultsStore::remove(std::string_view key) {
 
 std::vector<std::string> MacDefaultsStore::keys() const {
   std::vector<std::string> keys;
-  for (NSString* key in [defaults_ persistentDomainForName:domain_])
-    keys.push_back(utf8String(key));
+  for (NSString* key in [defaults_ persistentDomainForName:domain_]) keys.push_back(utf8String(key));
   return keys;
 }
 
