@@ -6,9 +6,11 @@
 
 #include "input/attach_retry.h"
 #include "input/ax_element.h"
-#include "input/field_reading.h"
+#include "input/field_reader.h"
 #include "input/field_source.h"
+#include "input/insertion_target.h"
 #include "input/page_and_window.h"
+#include "input/pinned_field.h"
 #include "input/web_accessibility.h"
 #include "platform/event_tap.h"
 #include "platform/main_loop.h"
@@ -29,6 +31,7 @@ class AXFieldSource final : public FieldSource {
     const SecureInput& secureInput;
     MainLoop& loop;
     SystemLog& log;
+    const FontMetrics& fonts;
   };
   AXFieldSource(Desktop desktop, TextInjector& injector);
   ~AXFieldSource() override;
@@ -37,6 +40,14 @@ class AXFieldSource final : public FieldSource {
 
   // Follows the frontmost application from now on.
   void start();
+
+  // Makes the element that the application reports as focused, or any other of its elements, the field of
+  // that application, whatever it says of its focus later; false when there is no such element. One field at
+  // a time.
+  bool pinFocused();
+  bool pin(ObjectRef element);
+  void unpin();
+  bool isPinned() const { return app_ && pinned_.isFor(app_->processID); }
 
   std::optional<FieldSnapshot> snapshot() override;
   std::optional<std::string> whyNoField() const override { return whyNoField_; }
@@ -50,13 +61,13 @@ class AXFieldSource final : public FieldSource {
   bool tryToAttach();
   void notified(std::string_view name);
   AXElement focusedElement();
+  AXElement fieldElement();
+  void pollPinned();
+  std::optional<InsertionTarget> insertionTarget();
   void watch(const AXElement& element);
 
   void emitSoon(Change change);
   void emitNow();
-
-  FieldSnapshot describe(const AXElement& element, const FieldState& state);
-  void readText(const AXElement& element, const FieldState& state, FieldSnapshot& snapshot);
 
   Desktop desktop_;
   TextInjector& injector_;
@@ -67,11 +78,19 @@ class AXFieldSource final : public FieldSource {
   std::optional<Task> observer_;
   AXElement watched_;
   std::optional<Task> watching_;
+  // What the last snapshot was read from: accepted text belongs there and nowhere else.
+  struct Origin {
+    std::int64_t processID = 0;
+    AXElement element;
+  };
+  std::optional<Origin> origin_;
   std::optional<PageAndWindow> focusInfo_;  // of the watched element
   WebAccessibility webAccessibility_;
   std::optional<std::string> whyNoField_;
   AttachRetry attachRetry_;
-  FieldTextReader textReader_;
+  FieldReader reader_;
+  PinnedField pinned_;
+  Task pinnedPoll_;
 
   // The strongest change not told of yet.
   std::optional<Change> pending_;
