@@ -157,22 +157,42 @@ std::optional<FieldSnapshot> AXFieldSource::snapshot() {
 
 // Without an element to compare with, as when the application does not answer, the frontmost application has
 // to do.
-std::optional<InsertionTarget> AXFieldSource::insertionTarget() {
+std::optional<InsertionTarget> AXFieldSource::insertionTarget(const std::optional<Origin>& origin) {
   const AXElement element = focusedElement();
   const auto frontmost = desktop_.workspace.frontmost();
-  const auto isSame = [&](const Origin& origin) {
-    return frontmost && frontmost->processID == origin.processID && (!element || element == origin.element);
+  const auto isSame = [&](const Origin& from) {
+    return frontmost && frontmost->processID == from.processID && (!element || element == from.element);
   };
-  if (origin_ && !isSame(*origin_)) {
+  if (origin && !isSame(*origin)) {
     desktop_.log.log("input", "the focus has moved: nothing is inserted");
     return std::nullopt;
   }
   return InsertionTarget{element.ref(), app_ && app_->isTerminal,
-                         [this] { return insertionTarget().has_value(); }};
+                         [this, origin] { return insertionTarget(origin).has_value(); }};
+}
+
+// In a turn of their own: looking at the application takes longer than a key press may be held.
+void AXFieldSource::soon(std::function<void()> change) {
+  changes_.push_back(std::move(change));
+  if (changes_.size() > 1) return;
+  changing_ = desktop_.loop.after(Milliseconds(0), [this] {
+    for (auto& each : std::exchange(changes_, {})) each();
+  });
 }
 
 void AXFieldSource::insert(const std::string& text, InsertionMethod method) {
-  const auto target = insertionTarget();
+  soon([this, text, method, origin = origin_] { insertNow(text, method, origin); });
+}
+
+void AXFieldSource::deleteBackwards(int count) {
+  soon([this, count, origin = origin_] {
+    if (const auto target = insertionTarget(origin)) injector_.deleteBackwards(count, *target);
+  });
+}
+
+void AXFieldSource::insertNow(const std::string& text, InsertionMethod method,
+                              const std::optional<Origin>& origin) {
+  const auto target = insertionTarget(origin);
   if (!target) return;
   switch (method) {
     case InsertionMethod::typing:
@@ -182,10 +202,6 @@ void AXFieldSource::insert(const std::string& text, InsertionMethod method) {
     case InsertionMethod::paste:
       return injector_.paste(text, *target);
   }
-}
-
-void AXFieldSource::deleteBackwards(int count) {
-  if (const auto target = insertionTarget()) injector_.deleteBackwards(count, *target);
 }
 
 }  // namespace nimbletype

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "input/attach_retry.h"
 #include "input/ax_element.h"
@@ -56,6 +57,12 @@ class AXFieldSource final : public FieldSource {
   void deleteBackwards(int count) override;
 
  private:
+  // What the last snapshot was read from: accepted text belongs there and nowhere else.
+  struct Origin {
+    std::int64_t processID = 0;
+    AXElement element;
+  };
+
   void frontmostChanged();
   void attach();
   bool tryToAttach();
@@ -63,9 +70,11 @@ class AXFieldSource final : public FieldSource {
   AXElement focusedElement();
   AXElement fieldElement();
   void pollPinned();
-  std::optional<InsertionTarget> insertionTarget();
+  std::optional<InsertionTarget> insertionTarget(const std::optional<Origin>& origin);
   void watch(const AXElement& element);
 
+  void soon(std::function<void()> change);
+  void insertNow(const std::string& text, InsertionMethod method, const std::optional<Origin>& origin);
   void emitSoon(Change change);
   void emitNow();
 
@@ -78,11 +87,6 @@ class AXFieldSource final : public FieldSource {
   std::optional<Task> observer_;
   AXElement watched_;
   std::optional<Task> watching_;
-  // What the last snapshot was read from: accepted text belongs there and nowhere else.
-  struct Origin {
-    std::int64_t processID = 0;
-    AXElement element;
-  };
   std::optional<Origin> origin_;
   std::optional<PageAndWindow> focusInfo_;  // of the watched element
   WebAccessibility webAccessibility_;
@@ -91,6 +95,10 @@ class AXFieldSource final : public FieldSource {
   FieldReader reader_;
   PinnedField pinned_;
   Task pinnedPoll_;
+
+  // What is to be inserted or deleted in the next turn, in order.
+  std::vector<std::function<void()>> changes_;
+  Task changing_;
 
   // The strongest change not told of yet.
   std::optional<Change> pending_;

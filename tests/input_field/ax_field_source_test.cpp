@@ -234,14 +234,18 @@ TEST_F(AXFieldSourceTest, TurnsOnTheContentOfPagesOncePerProcess) {
 TEST_F(AXFieldSourceTest, InsertsByTheMethodAskedFor) {
   const auto field = open(add("AXTextArea", u"one"));
   source_.insert(" two", InsertionMethod::accessibility);
+  settle();
   EXPECT_EQ(read().before, "one two");
   EXPECT_EQ(poster_.text(), "");
   source_.insert("x", InsertionMethod::typing);
+  settle();
   EXPECT_EQ(poster_.text(), "x");
   ax_.at(field).refusesWrites = true;
   source_.insert("yz", InsertionMethod::accessibility);
+  settle();
   EXPECT_EQ(poster_.text(), "xyz");
   source_.deleteBackwards(2);
+  settle();
   EXPECT_EQ(poster_.text(), "x");
   source_.insert("w", InsertionMethod::paste);
   settle();

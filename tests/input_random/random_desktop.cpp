@@ -193,6 +193,7 @@ void RandomDesktop::pressKey() {
   poster_.posted.clear();
   ax_.written.clear();
   const bool swallowed = eventTap_.press({code, {}, code == 0 ? "a" : "", false});
+  loop.advance(Milliseconds(0));  // insertions have a turn of their own
   EXPECT_TRUE(before || !swallowed) << "key " << code << " was taken with nothing on screen";
 
   std::string put = poster_.text();
