@@ -11,11 +11,23 @@ namespace {
 constexpr const char* mousepadSettings = "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n";
 // Wide enough for a sentence, small enough to be read in a page's picture.
 constexpr QSize windowSize(760, 200);
+constexpr const char* page =
+    "<!doctype html><title>letter</title><body style='margin:8px'><textarea autofocus spellcheck=false "
+    "style='width:95vw;height:85vh;font:15px DejaVu Sans'></textarea>";
 
 std::vector<std::string> commandOf(const std::string& program, const std::string& file) {
   if (program == "mousepad") return {program, "--disable-server", file};
   if (program == "featherpad") return {program, "--standalone", file};
-  throw GaveUp("knows mousepad and featherpad, not " + program);
+  // Its sandbox and root exclude each other.
+  if (program == "chromium")
+    return {program,
+            "--no-sandbox",
+            "--no-first-run",
+            "--disable-gpu",
+            "--password-store=basic",
+            "--app=file://" + file + ".html",
+            "--user-data-dir=" + file + ".profile"};
+  throw GaveUp("knows mousepad, featherpad and chromium, not " + program);
 }
 
 ChildProcess::Start startOf(const std::string& program, const std::filesystem::path& folder) {
@@ -24,6 +36,7 @@ ChildProcess::Start startOf(const std::string& program, const std::filesystem::p
   std::filesystem::create_directories(settings);
   std::ofstream(settings / "keyfile") << mousepadSettings;
   std::ofstream(folder / "letter.txt").flush();
+  std::ofstream(folder / "letter.txt.html") << page;
   return {commandOf(program, folder / "letter.txt"),
           {{"HOME", home},
            {"XDG_CONFIG_HOME", home + "/.config"},
@@ -61,6 +74,7 @@ void Editor::awaitWindow() {
 ObjectRef Editor::focusedField() {
   const ObjectRef application = accessibility_.application(processID());
   if (!application) return nullptr;
+  if (program_ == "chromium") accessibility_.write(application, "AXManualAccessibility", true);
   const AttributeRead focus{"AXFocusedUIElement", {}};
   const auto found = accessibility_.read(application, std::span(&focus, 1)).at(0);
   const auto* field = std::get_if<ObjectRef>(&found);

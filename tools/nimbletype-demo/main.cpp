@@ -14,10 +14,12 @@ namespace {
 using namespace nimbletype;
 
 constexpr const char* usage =
-    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad --out DIR\n"
+    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad|chromium --out "
+    "DIR\n"
     "                       [--dpi N]\n"
     "                       [--engine openAI --server LLAMA_SERVER]\n"
-    "       nimbletype-demo --measure --app PROGRAM [--model FILE] [--editor mousepad|featherpad]\n";
+    "       nimbletype-demo --measure --app PROGRAM [--model FILE] [--editor "
+    "mousepad|featherpad|chromium]\n";
 
 struct Options {
   std::map<std::string, std::string> values{{"--app", ""},   {"--model", ""}, {"--editor", "mousepad"},
