@@ -19,10 +19,11 @@ AppModel::AppModel(Ports ports)
                           ports_.modelFile ? static_cast<ModelLocator&>(namedModel_) : modelStore_,
                           ports_.http, ports_.secrets, ports_.onDevice, ports_.log})),
       typo_(ports_.spellChecker),
+      power_(ports_.power, ports_.loop),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
       context_(ports_.loop, ports_.user),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, ports_.screens, ports_.secureInput,
-               ports_.power, ports_.log}),
+               power_, ports_.log}),
       keys_(keyTap_, engine_, prefs_) {
   engine_.setSource(fieldSource_);
   const auto showHintLabel = [this] {

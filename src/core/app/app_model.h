@@ -12,6 +12,7 @@
 #include "input/ax_field_source.h"
 #include "input/context_collector.h"
 #include "input/key_tap.h"
+#include "input/power_monitor.h"
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_panel.h"
@@ -87,6 +88,7 @@ class AppModel {
   NamedModel namedModel_;
   ProviderHub hub_;
   TypoChecker typo_;
+  PowerMonitor power_;
   GhostPanel ghost_;
   ContextCollector context_;
   CompletionEngine engine_;

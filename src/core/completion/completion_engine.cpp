@@ -46,6 +46,7 @@ CompletionEngine::CompletionEngine(const Services& services)
       &s_.prefs.batteryOnDemand,    &s_.prefs.triggerKey,
       &s_.prefs.insertion,          &s_.prefs.length};
   for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
+  observations_.push_back(s_.power.observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
 }
 
