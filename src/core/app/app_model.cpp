@@ -24,7 +24,9 @@ AppModel::AppModel(Ports ports)
       context_(ports_.loop, ports_.user),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, ports_.screens, ports_.secureInput,
                power_, ports_.log}),
-      keys_(keyTap_, engine_, prefs_) {
+      keys_(keyTap_, engine_, prefs_),
+      permissions_(ports_.permissions, ports_.loop),
+      watch_(permissions_, keyTap_, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
@@ -37,11 +39,8 @@ AppModel::AppModel(Ports ports)
 }
 
 bool AppModel::start() {
-  const bool tapRunning = keyTap_.start();
-  fieldSource_.start();
   engine_.warmUp();
-  ports_.log.log("app", std::string("system-wide start: tap running ") + (tapRunning ? "true" : "false"));
-  return tapRunning;
+  return watch_.start();
 }
 
 bool AppModel::canWrite() const {

@@ -18,8 +18,6 @@ class MacAccessibility final : public Accessibility {
   [[nodiscard]] std::optional<Task> observe(std::int64_t processID, Notification notify) override;
   [[nodiscard]] std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;
   bool isTrusted() override;
-  // Lets the system ask the user to trust this application, unless it is trusted already.
-  void askForTrust();
 
  private:
   std::map<std::int64_t, std::weak_ptr<AXProcessObserver>> observers_;  // owned by the tasks handed out
