@@ -2,12 +2,14 @@
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/scripted_background_work.h"
+#include "platform/scripted/scripted_permissions.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/virtual_main_loop.h"
 #include "tests/conformance/background_work_conformance.h"
 #include "tests/conformance/defaults_store_conformance.h"
 #include "tests/conformance/file_store_conformance.h"
 #include "tests/conformance/main_loop_conformance.h"
+#include "tests/conformance/permission_source_conformance.h"
 #include "tests/conformance/power_source_conformance.h"
 #include "tests/conformance/secret_store_conformance.h"
 
@@ -56,12 +58,18 @@ struct ScriptedPowerHarness {
   ScriptedPower scripted;
 };
 
+struct ScriptedPermissionsHarness {
+  PermissionSource& permissions() { return scripted; }
+  ScriptedPermissions scripted;
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
 
 }  // namespace
 }  // namespace nimbletype

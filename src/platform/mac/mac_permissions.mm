@@ -4,7 +4,6 @@
 #import <ApplicationServices/ApplicationServices.h>
 
 #include "platform/mac/mac_text.h"
-#include "platform/mac/sdk_gaps.h"
 
 namespace nimbletype {
 
@@ -38,11 +37,12 @@ bool MacPermissions::askForScreenRecording() {
   return CGRequestScreenCaptureAccess();
 }
 
-// Unless the user has turned them off, the system has them on.
+// Where the user has never chosen, the system knows its default.
 bool MacPermissions::systemPredictionsOn() const {
   NSDictionary* global = [NSUserDefaults.standardUserDefaults persistentDomainForName:NSGlobalDomain];
   NSNumber* chosen = global[@"NSAutomaticInlinePredictionEnabled"];
-  return ![chosen isKindOfClass:NSNumber.class] || chosen.boolValue;
+  if ([chosen isKindOfClass:NSNumber.class]) return chosen.boolValue;
+  return NSSpellChecker.automaticInlinePredictionEnabled;
 }
 
 void MacPermissions::openSettings(std::string_view address) {
