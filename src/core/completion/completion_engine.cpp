@@ -375,12 +375,16 @@ bool CompletionEngine::keyPressed(const KeyPress& press) {
       return acceptAll();
     case KeyCommand::escape:
       return isShowing() && escape();
+    // A key that is held does these once.
     case KeyCommand::suggestNow:
-      return suggestNow(), true;
+      if (!press.isRepeat) suggestNow();
+      return true;
     case KeyCommand::toggleApp:
-      return toggleApp(), true;
+      if (!press.isRepeat) toggleApp();
+      return true;
     case KeyCommand::toggleGlobal:
-      return toggleGlobal(), true;
+      if (!press.isRepeat) toggleGlobal();
+      return true;
     case KeyCommand::none:
       break;
   }
