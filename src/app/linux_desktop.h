@@ -11,6 +11,7 @@
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/upower_source.h"
 #include "platform/linux/utility_work.h"
+#include "platform/linux/x11_pasteboard.h"
 #include "platform/linux/x11_secure_input.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xcb_event_poster.h"
@@ -38,6 +39,7 @@ class LinuxDesktop {
   X11Workspace workspace_;
   XcbEventTap eventTap_;
   XcbEventPoster eventPoster_;
+  X11Pasteboard pasteboard_;
   X11SecureInput secureInput_;
   QtScreens screens_;
   QtFontMetrics fontMetrics_;

@@ -16,6 +16,7 @@
 #include "platform/mac/mac_main_loop.h"
 #include "platform/mac/mac_on_device_model.h"
 #include "platform/mac/mac_overlay_surface.h"
+#include "platform/mac/mac_pasteboard.h"
 #include "platform/mac/mac_permissions.h"
 #include "platform/mac/mac_power_source.h"
 #include "platform/mac/mac_screens.h"
@@ -64,6 +65,7 @@ class Application {
   MacWorkspace workspace_;
   MacEventTap eventTap_{loop_, log_};
   MacEventPoster eventPoster_;
+  MacPasteboard pasteboard_{loop_};
   MacSecureInput secureInput_;
   MacScreens screens_;
   MacFontMetrics fontMetrics_;
@@ -85,6 +87,7 @@ class Application {
                    .workspace = workspace_,
                    .eventTap = eventTap_,
                    .eventPoster = eventPoster_,
+                   .pasteboard = pasteboard_,
                    .secureInput = secureInput_,
                    .screens = screens_,
                    .fontMetrics = fontMetrics_,

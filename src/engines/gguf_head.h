@@ -4,6 +4,7 @@
 #include <expected>
 #include <map>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 

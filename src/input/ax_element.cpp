@@ -24,7 +24,7 @@ AXElement AXElement::element(const char* attribute) const {
 
 AXElement AXElement::neighbour(const AttributeValue& value) const {
   const auto found = valueAs<ObjectRef>(value);
-  return found ? AXElement(*accessibility_, *found) : AXElement();
+  return found && *found ? AXElement(*accessibility_, *found) : AXElement();
 }
 
 std::optional<TextRange> AXElement::range(const char* attribute) const {
@@ -38,6 +38,15 @@ std::optional<TopLeftRect> AXElement::bounds(const TextRange& range) const {
 std::optional<std::string> AXElement::text(const TextRange& range) const {
   const auto plain = valueAs<std::string>(value({"AXStringForRange", range}));
   return plain ? plain : valueAs<std::string>(value({"AXAttributedStringForRange", range}));
+}
+
+std::optional<MarkerPair> AXElement::endsOf(const AttributeValue& markerRange) const {
+  const auto range = valueAs<ObjectRef>(markerRange);
+  return range && *range ? accessibility_->endsOf(*range) : std::nullopt;
+}
+
+ObjectRef AXElement::markerRange(const MarkerPair& ends) const {
+  return accessibility_->markerRange(ends);
 }
 
 }  // namespace nimbletype

@@ -39,6 +39,10 @@ class AXElement {
   // The plain string of a range, else that of its attributed string.
   std::optional<std::string> text(const TextRange& range) const;
 
+  // The ends of a text-marker range, and the range between two markers; none where there are no markers.
+  std::optional<MarkerPair> endsOf(const AttributeValue& markerRange) const;
+  ObjectRef markerRange(const MarkerPair& ends) const;
+
  private:
   Accessibility* accessibility_ = nullptr;
   ObjectRef ref_;

@@ -3,15 +3,21 @@
 #include <algorithm>
 #include <utility>
 
-#include "input/caret_geometry.h"
 #include "input/field_role.h"
-#include "input/text_around_caret.h"
 #include "input/text_injector.h"
 
 namespace nimbletype {
+namespace {
+
+constexpr Milliseconds pinnedPollInterval{500};
+
+}  // namespace
 
 AXFieldSource::AXFieldSource(Desktop desktop, TextInjector& injector)
-    : desktop_(desktop), injector_(injector), attachRetry_(desktop.loop) {}
+    : desktop_(desktop),
+      injector_(injector),
+      attachRetry_(desktop.loop),
+      reader_(desktop.secureInput, desktop.fonts, desktop.log) {}
 
 AXFieldSource::~AXFieldSource() {
   desktop_.workspace.onFrontmostChanged({});
@@ -27,15 +33,18 @@ void AXFieldSource::frontmostChanged() {
   if (app == app_) return;
   app_ = std::move(app);
   attachRetry_.cancel();
+  pinnedPoll_.cancel();
   observer_.reset();
   watch({});
   appElement_ = {};
   attach();
+  if (isPinned()) pollPinned();
   emitSoon(Change::app);
 }
 
+// Our own windows are never asked: they could not answer while this process waits for them.
 void AXFieldSource::attach() {
-  if (!app_ || tryToAttach()) return;
+  if (!app_ || app_->isOurs || tryToAttach()) return;
   attachRetry_.start([this] { return tryToAttach(); },
                      [this](Milliseconds wait) {
                        desktop_.log.log("input", "attached to " + app_->appName + " on a later look, after " +
@@ -67,9 +76,41 @@ void AXFieldSource::notified(std::string_view name) {
 // Asked of the application anew each time: a focus that moved without a word is noticed here.
 AXElement AXFieldSource::focusedElement() {
   if (!appElement_) return {};
-  AXElement element = appElement_.element("AXFocusedUIElement");
+  AXElement element = fieldElement();
   if (!(element == watched_)) watch(element);
   return element;
+}
+
+AXElement AXFieldSource::fieldElement() {
+  if (isPinned())
+    if (AXElement pinned = pinned_.find(appElement_)) return pinned;
+  return appElement_.element("AXFocusedUIElement");
+}
+
+bool AXFieldSource::pinFocused() {
+  return pin(appElement_.element("AXFocusedUIElement").ref());
+}
+
+bool AXFieldSource::pin(ObjectRef element) {
+  if (!element || !app_ || !appElement_) return false;
+  pinned_.pin(app_->processID, AXElement(desktop_.accessibility, std::move(element)));
+  emitSoon(Change::focus);
+  pollPinned();
+  return true;
+}
+
+void AXFieldSource::unpin() {
+  pinned_.unpin();
+  pinnedPoll_.cancel();
+  emitSoon(Change::focus);
+}
+
+// What tells wrongly of its focus may tell nothing of its changes either.
+void AXFieldSource::pollPinned() {
+  pinnedPoll_ = desktop_.loop.after(pinnedPollInterval, [this] {
+    emitSoon(Change::value);
+    pollPinned();
+  });
 }
 
 void AXFieldSource::watch(const AXElement& element) {
@@ -99,64 +140,68 @@ void AXFieldSource::emitNow() {
 }
 
 std::optional<FieldSnapshot> AXFieldSource::snapshot() {
-  const std::string bundle = app_ ? app_->bundleID : std::string();
   const AXElement element = focusedElement();
-  const auto fail = [this](std::string reason) {
-    whyNoField_ = std::move(reason);
-    return std::nullopt;
-  };
-  if (!element) return fail(no_field::nothingFocused(bundle));
-  const bool keepOut = desktop_.secureInput.isOn();
-  const FieldState state = readFieldState(element, keepOut);
-  if (!state.takesText) return fail(no_field::notATextField(bundle, state.role));
-  if (!keepOut && !state.selection) return fail(no_field::noCaretPosition(bundle, state.role));
+  FieldReader::Reading reading{{}, no_field::nothingFocused(app_ ? app_->bundleID : std::string())};
+  if (element) reading = reader_.read(*app_, element);
+  whyNoField_ = std::move(reading.whyNoField);
+  if (whyNoField_ && isPinned() && pinned_.searchNote())
+    *whyNoField_ += no_field::pinnedNotFound(*pinned_.searchNote());
+  if (!reading.snapshot) return std::nullopt;
 
-  whyNoField_.reset();
-  FieldSnapshot snapshot = describe(element, state);
-  if (state.isSecure)
-    whyNoField_ = no_field::keepsItsText(bundle, state.role);
-  else
-    readText(element, state, snapshot);
-  return snapshot;
-}
-
-FieldSnapshot AXFieldSource::describe(const AXElement& element, const FieldState& state) {
+  origin_ = Origin{app_->processID, element};
   if (!focusInfo_) focusInfo_ = readPageAndWindow(appElement_, element);
-  FieldSnapshot snapshot;
-  snapshot.bundleID = app_->bundleID;
-  snapshot.appName = app_->appName.empty() ? app_->bundleID : app_->appName;
-  snapshot.fieldKey = app_->bundleID + ":" + std::to_string(element.ref()->hash());
-  snapshot.role = state.role;
-  snapshot.selectionLength = state.selection ? state.selection->length : 0;
-  snapshot.fieldFrame = state.frame;
-  snapshot.isSecure = state.isSecure;
-  snapshot.domain = focusInfo_->domain;
-  snapshot.windowTitle = focusInfo_->windowTitle;
-  return snapshot;
+  reading.snapshot->domain = focusInfo_->domain;
+  reading.snapshot->windowTitle = focusInfo_->windowTitle;
+  return std::move(reading.snapshot);
 }
 
-void AXFieldSource::readText(const AXElement& element, const FieldState& state, FieldSnapshot& snapshot) {
-  FieldText text = textReader_.read(element, state);
-  snapshot.before = std::move(text.before);
-  snapshot.after = std::move(text.after);
-  snapshot.fontSize = text.font.size;
-  snapshot.fontName = std::move(text.font.name);
-  snapshot.lineStartX = text.lineStartX;
-  const auto place = caretFromCharacters(text.boxes, endsInLineBreak(snapshot.before));
-  if (!place) return;
-  snapshot.caretRect = place->rect;
-  if (place->lineStartX) snapshot.lineStartX = place->lineStartX;
+// Without an element to compare with, as when the application does not answer, the frontmost application has
+// to do.
+std::optional<InsertionTarget> AXFieldSource::insertionTarget(const std::optional<Origin>& origin) {
+  const AXElement element = focusedElement();
+  const auto frontmost = desktop_.workspace.frontmost();
+  const auto isSame = [&](const Origin& from) {
+    return frontmost && frontmost->processID == from.processID && (!element || element == from.element);
+  };
+  if (origin && !isSame(*origin)) {
+    desktop_.log.log("input", "the focus has moved: nothing is inserted");
+    return std::nullopt;
+  }
+  return InsertionTarget{element.ref(), app_ && app_->isTerminal,
+                         [this, origin] { return insertionTarget(origin).has_value(); }};
+}
+
+// In a turn of their own: looking at the application takes longer than a key press may be held.
+void AXFieldSource::soon(std::function<void()> change) {
+  changes_.push_back(std::move(change));
+  if (changes_.size() > 1) return;
+  changing_ = desktop_.loop.after(Milliseconds(0), [this] {
+    for (auto& each : std::exchange(changes_, {})) each();
+  });
 }
 
 void AXFieldSource::insert(const std::string& text, InsertionMethod method) {
-  if (method == InsertionMethod::accessibility)
-    injector_.write(text, focusedElement().ref());
-  else
-    injector_.type(text);
+  soon([this, text, method, origin = origin_] { insertNow(text, method, origin); });
 }
 
 void AXFieldSource::deleteBackwards(int count) {
-  injector_.deleteBackwards(count);
+  soon([this, count, origin = origin_] {
+    if (const auto target = insertionTarget(origin)) injector_.deleteBackwards(count, *target);
+  });
+}
+
+void AXFieldSource::insertNow(const std::string& text, InsertionMethod method,
+                              const std::optional<Origin>& origin) {
+  const auto target = insertionTarget(origin);
+  if (!target) return;
+  switch (method) {
+    case InsertionMethod::typing:
+      return injector_.type(text, *target);
+    case InsertionMethod::accessibility:
+      return injector_.write(text, *target);
+    case InsertionMethod::paste:
+      return injector_.paste(text, *target);
+  }
 }
 
 }  // namespace nimbletype

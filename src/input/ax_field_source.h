@@ -3,12 +3,15 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "input/attach_retry.h"
 #include "input/ax_element.h"
-#include "input/field_reading.h"
+#include "input/field_reader.h"
 #include "input/field_source.h"
+#include "input/insertion_target.h"
 #include "input/page_and_window.h"
+#include "input/pinned_field.h"
 #include "input/web_accessibility.h"
 #include "platform/event_tap.h"
 #include "platform/main_loop.h"
@@ -29,6 +32,7 @@ class AXFieldSource final : public FieldSource {
     const SecureInput& secureInput;
     MainLoop& loop;
     SystemLog& log;
+    const FontMetrics& fonts;
   };
   AXFieldSource(Desktop desktop, TextInjector& injector);
   ~AXFieldSource() override;
@@ -38,6 +42,14 @@ class AXFieldSource final : public FieldSource {
   // Follows the frontmost application from now on.
   void start();
 
+  // Makes the element that the application reports as focused, or any other of its elements, the field of
+  // that application, whatever it says of its focus later; false when there is no such element. One field at
+  // a time.
+  bool pinFocused();
+  bool pin(ObjectRef element);
+  void unpin();
+  bool isPinned() const { return app_ && pinned_.isFor(app_->processID); }
+
   std::optional<FieldSnapshot> snapshot() override;
   std::optional<std::string> whyNoField() const override { return whyNoField_; }
   void onChange(std::function<void(Change)> changed) override { onChange_ = std::move(changed); }
@@ -45,18 +57,26 @@ class AXFieldSource final : public FieldSource {
   void deleteBackwards(int count) override;
 
  private:
+  // What the last snapshot was read from: accepted text belongs there and nowhere else.
+  struct Origin {
+    std::int64_t processID = 0;
+    AXElement element;
+  };
+
   void frontmostChanged();
   void attach();
   bool tryToAttach();
   void notified(std::string_view name);
   AXElement focusedElement();
+  AXElement fieldElement();
+  void pollPinned();
+  std::optional<InsertionTarget> insertionTarget(const std::optional<Origin>& origin);
   void watch(const AXElement& element);
 
+  void soon(std::function<void()> change);
+  void insertNow(const std::string& text, InsertionMethod method, const std::optional<Origin>& origin);
   void emitSoon(Change change);
   void emitNow();
-
-  FieldSnapshot describe(const AXElement& element, const FieldState& state);
-  void readText(const AXElement& element, const FieldState& state, FieldSnapshot& snapshot);
 
   Desktop desktop_;
   TextInjector& injector_;
@@ -67,11 +87,18 @@ class AXFieldSource final : public FieldSource {
   std::optional<Task> observer_;
   AXElement watched_;
   std::optional<Task> watching_;
+  std::optional<Origin> origin_;
   std::optional<PageAndWindow> focusInfo_;  // of the watched element
   WebAccessibility webAccessibility_;
   std::optional<std::string> whyNoField_;
   AttachRetry attachRetry_;
-  FieldTextReader textReader_;
+  FieldReader reader_;
+  PinnedField pinned_;
+  Task pinnedPoll_;
+
+  // What is to be inserted or deleted in the next turn, in order.
+  std::vector<std::function<void()>> changes_;
+  Task changing_;
 
   // The strongest change not told of yet.
   std::optional<Change> pending_;

@@ -1,13 +1,15 @@
 #include "input/caret_geometry.h"
 
+#include <cmath>
+
 namespace nimbletype {
 namespace {
 
 using Box = std::optional<TopLeftRect>;
 
-// Applications answer with an empty rectangle for places they do not know.
+// Applications answer with an empty rectangle, or with nonsense, for places they do not know.
 Box usable(const Box& box) {
-  return box && box->height > 0 ? box : std::nullopt;
+  return box && isFinite(*box) && box->height > 0 && box->width >= 0 ? box : std::nullopt;
 }
 
 Box usableEmptyRange(const Box& box) {
@@ -40,6 +42,11 @@ Box lineThatStartsAtCaret(const CaretBoxes& boxes) {
 }
 
 }  // namespace
+
+bool isFinite(const TopLeftRect& rect) {
+  return std::isfinite(rect.x) && std::isfinite(rect.y) && std::isfinite(rect.width) &&
+         std::isfinite(rect.height);
+}
 
 std::optional<CaretPlace> caretFromCharacters(const CaretBoxes& boxes, bool followsLineBreak) {
   if (followsLineBreak) {

@@ -18,6 +18,8 @@ struct CaretPlace {
   bool operator==(const CaretPlace&) const = default;
 };
 
+bool isFinite(const TopLeftRect& rect);
+
 // Where the caret stands according to the boxes of single characters; none when they do not tell. After a
 // line break the character before the caret belongs to the line above and says nothing about the caret.
 std::optional<CaretPlace> caretFromCharacters(const CaretBoxes& boxes, bool followsLineBreak);

@@ -30,10 +30,18 @@ bool takesText(const AXElement& element, std::string_view role) {
   return false;
 }
 
-std::string textFrom(const AXElement& element, const AttributeValue& plain, const TextRange& range) {
-  if (const auto text = valueAs<std::string>(plain)) return *text;
-  if (range.length == 0) return {};
-  return valueAs<std::string>(element.value({"AXAttributedStringForRange", range})).value_or("");
+std::optional<std::string> textFrom(const AXElement& element, const AttributeValue& plain,
+                                    const TextRange& range) {
+  if (auto text = valueAs<std::string>(plain)) return text;
+  if (range.length == 0) return "";
+  return valueAs<std::string>(element.value({"AXAttributedStringForRange", range}));
+}
+
+// Applications answer with an empty frame for elements that they have not laid out.
+std::optional<TopLeftRect> frameFrom(const AttributeValue& value) {
+  const auto frame = valueAs<TopLeftRect>(value);
+  const bool usable = frame && isFinite(*frame) && frame->width > 0 && frame->height > 0;
+  return usable ? frame : std::nullopt;
 }
 
 // A line start outside the field has been scrolled away sideways or was never there.
@@ -48,25 +56,28 @@ std::optional<double> leftEdge(const AttributeValue& value, const std::optional<
 
 FieldState readFieldState(const AXElement& element, bool keepOut) {
   std::vector<AttributeRead> reads{{"AXRole", {}}, {"AXSubrole", {}}, {"AXFrame", {}}};
-  if (!keepOut) reads.insert(reads.end(), {{"AXSelectedTextRange", {}}, {"AXNumberOfCharacters", {}}});
+  if (!keepOut)
+    reads.insert(
+        reads.end(),
+        {{"AXSelectedTextRange", {}}, {"AXNumberOfCharacters", {}}, {"AXSelectedTextMarkerRange", {}}});
   const auto values = element.read(reads);
 
   FieldState state;
   state.role = valueAs<std::string>(values[0]).value_or("");
   state.isSecure =
       keepOut || isSecureRole(state.role) || isSecureRole(valueAs<std::string>(values[1]).value_or(""));
-  state.frame = valueAs<TopLeftRect>(values[2]);
+  state.frame = frameFrom(values[2]);
   if (!keepOut) {
-    state.selection = valueAs<TextRange>(values[3]);
-    if (const auto count = valueAs<double>(values[4]))
-      state.characterCount = static_cast<std::int64_t>(*count);
+    state.characterCount = characterCount(valueAs<double>(values[4]));
+    if (const auto selection = valueAs<TextRange>(values[3]))
+      state.selection = validSelection(*selection, state.characterCount);
+    state.markerSelection = valueAs<ObjectRef>(values[5]).value_or(nullptr);
   }
-  if (state.selection && state.selection->location < 0) state.selection->location = 0;
   state.takesText = takesText(element, state.role);
   return state;
 }
 
-FieldText FieldTextReader::read(const AXElement& element, const FieldState& state) {
+std::optional<FieldText> FieldTextReader::read(const AXElement& element, const FieldState& state) {
   const TextRange selection = state.selection.value_or(TextRange{});
   const std::int64_t caret = selection.location;
   const TextRange before = rangeBefore(selection), after = rangeAfter(selection, state.characterCount);
@@ -83,16 +94,17 @@ FieldText FieldTextReader::read(const AXElement& element, const FieldState& stat
   const auto lineAt = guessed ? batch.add("AXBoundsForRange", {paragraph_.start, 1}) : 0;
   const auto values = element.read(batch.reads);
 
-  const std::string textBefore = textFrom(element, values[beforeAt], before);
+  const auto textBefore = textFrom(element, values[beforeAt], before);
+  if (!textBefore) return std::nullopt;
   FieldText text;
-  text.before = endOfText(textBefore);
-  text.after = startOfText(textFrom(element, values[afterAt], after));
+  text.before = endOfText(*textBefore);
+  text.after = startOfText(textFrom(element, values[afterAt], after).value_or(""));
   text.boxes.emptyRange = valueAs<TopLeftRect>(values[emptyAt]);
   if (!atStart) text.boxes.previousCharacter = valueAs<TopLeftRect>(values[previousAt]);
   if (!atEnd) text.boxes.nextCharacter = valueAs<TopLeftRect>(values[nextAt]);
   text.font = valueAs<TextFont>(values[fontAt]).value_or(TextFont{});
 
-  const auto start = wraps ? paragraphStart(textBefore, caret) : std::nullopt;
+  const auto start = wraps ? paragraphStart(*textBefore, caret) : std::nullopt;
   if (!start) return text;
   const bool right = guessed && *start == paragraph_.start;
   text.lineStartX = leftEdge(

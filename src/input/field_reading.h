@@ -15,6 +15,7 @@ struct FieldState {
   bool isSecure = false;
   std::optional<TopLeftRect> frame;
   std::optional<TextRange> selection;
+  ObjectRef markerSelection;  // the same as text markers, where the field has them
   std::optional<std::int64_t> characterCount;
 };
 
@@ -34,7 +35,8 @@ struct FieldText {
 // the caret has come to another paragraph since the last reading.
 class FieldTextReader {
  public:
-  FieldText read(const AXElement& element, const FieldState& state);
+  // None when the field does not give the text that stands before its caret.
+  std::optional<FieldText> read(const AXElement& element, const FieldState& state);
 
  private:
   struct Paragraph {

@@ -44,6 +44,9 @@ std::string noCaretPosition(std::string_view app, std::string_view role) {
 std::string keepsItsText(std::string_view app, std::string_view role) {
   return reason(app, role, " won't share its text");
 }
+std::string pinnedNotFound(std::string_view note) {
+  return " (pinned box not found: " + std::string(note) + ")";
+}
 
 }  // namespace no_field
 }  // namespace nimbletype

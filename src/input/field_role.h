@@ -17,6 +17,8 @@ std::string nothingFocused(std::string_view app);
 std::string notATextField(std::string_view app, std::string_view role);
 std::string noCaretPosition(std::string_view app, std::string_view role);
 std::string keepsItsText(std::string_view app, std::string_view role);
+// Added to one of them.
+std::string pinnedNotFound(std::string_view note);
 }  // namespace no_field
 
 }  // namespace nimbletype

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "input/backward_deletion.h"
 #include "text/text.h"
 
 namespace nimbletype {
@@ -9,6 +10,7 @@ namespace nimbletype {
 namespace {
 
 constexpr std::size_t chunkUnits = 20;
+constexpr Milliseconds keysOnTheirWay{250};
 
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit < 0xDC00;
@@ -43,34 +45,67 @@ TypedText splitForTyping(std::string_view text) {
   return typed;
 }
 
-void TextInjector::type(std::string_view text) {
+TextInjector::TextInjector(const Services& services)
+    : s_(services),
+      paster_({s_.pasteboard, s_.poster, s_.loop, s_.log}, [this](const std::string& text, const auto&) {
+        if (beginKeys()) pressKeys(text);
+      }) {}
+
+void TextInjector::type(std::string_view text, const InsertionTarget& target) {
   if (text.empty()) return;
-  if (!poster_.begin()) {
-    log_.log("input", "type: no event source");
-    return;
-  }
-  log_.log("input", "type: " + std::to_string(text::utf16Length(text)) + " units, post access " +
-                        (poster_.mayPost() ? "true" : "false"));
-  const TypedText typed = splitForTyping(text);
-  for (std::size_t i = 0; i < typed.leadingSpaces; ++i) poster_.press(key::space, {});
-  for (const std::u16string& chunk : typed.chunks) poster_.type(chunk);
-  poster_.end();
+  if (paster_.isBusy()) return paste(text, target);
+  if (!beginKeys()) return;
+  if (s_.poster.suits(text::toUtf16(text))) return pressKeys(text);
+  s_.poster.end();
+  if (!writeTo(target.element, text)) paste(text, target);
 }
 
-void TextInjector::write(std::string_view text, const ObjectRef& focusedElement) {
+void TextInjector::write(std::string_view text, const InsertionTarget& target) {
   if (text.empty()) return;
-  if (focusedElement && accessibility_.write(focusedElement, "AXSelectedText", std::string(text))) return;
-  type(text);
+  if (!writeTo(target.element, text)) type(text, target);
 }
 
-void TextInjector::deleteBackwards(int count) {
+void TextInjector::paste(std::string_view text, const InsertionTarget& target) {
+  paster_.paste(text, target);
+}
+
+void TextInjector::deleteBackwards(int count, const InsertionTarget& target) {
   if (count <= 0) return;
-  if (!poster_.begin()) {
-    log_.log("input", "type: no event source");
-    return;
-  }
-  for (int i = 0; i < count; ++i) poster_.press(key::deleteBack, {});
-  poster_.end();
+  const bool mayWrite = target.element && !isBehindKeys();
+  if (mayWrite && deleteThroughAccessibility(s_.accessibility, target.element, count)) return;
+  if (!beginKeys()) return;
+  for (int i = 0; i < count; ++i) s_.poster.press(key::deleteBack, {});
+  endKeys();
+}
+
+bool TextInjector::beginKeys() {
+  const bool begun = s_.poster.begin();
+  if (!begun) s_.log.log("input", "type: no event source");
+  return begun;
+}
+
+void TextInjector::endKeys() {
+  s_.poster.end();
+  keysAt_ = s_.loop.now();
+}
+
+void TextInjector::pressKeys(std::string_view text) {
+  s_.log.log("input", "type: " + std::to_string(text::utf16Length(text)) + " units, post access " +
+                          (s_.poster.mayPost() ? "true" : "false"));
+  const TypedText typed = splitForTyping(text);
+  for (std::size_t i = 0; i < typed.leadingSpaces; ++i) s_.poster.press(key::space, {});
+  for (const std::u16string& chunk : typed.chunks) s_.poster.type(chunk);
+  endKeys();
+}
+
+// Whether keys may still be on their way to the application; what is written reaches it at once.
+bool TextInjector::isBehindKeys() const {
+  return paster_.isBusy() || (keysAt_ && s_.loop.now() - *keysAt_ < keysOnTheirWay);
+}
+
+bool TextInjector::writeTo(const ObjectRef& element, std::string_view text) {
+  if (!element || isBehindKeys()) return false;
+  return s_.accessibility.write(element, "AXSelectedText", std::string(text));
 }
 
 }  // namespace nimbletype

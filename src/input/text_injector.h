@@ -1,10 +1,14 @@
 #pragma once
-#include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
+#include "input/insertion_target.h"
+#include "input/paster.h"
 #include "platform/accessibility.h"
 #include "platform/event_poster.h"
+#include "platform/main_loop.h"
+#include "platform/pasteboard.h"
 #include "platform/system_log.h"
 
 namespace nimbletype {
@@ -20,22 +24,41 @@ struct TypedText {
 // character unless that character is longer than a chunk.
 TypedText splitForTyping(std::string_view text);
 
-// Puts accepted text into the focused field of whatever application has the focus. Main thread only.
+// Puts accepted text into the focused field of whatever application has the focus. What comes later never
+// overtakes what came before, whatever way either takes. Main thread only.
 class TextInjector {
  public:
-  TextInjector(EventPoster& poster, Accessibility& accessibility, SystemLog& log)
-      : poster_(poster), accessibility_(accessibility), log_(log) {}
+  struct Services {
+    EventPoster& poster;
+    Accessibility& accessibility;
+    Pasteboard& pasteboard;
+    MainLoop& loop;
+    SystemLog& log;
+  };
+  explicit TextInjector(const Services& services);
+  TextInjector(const TextInjector&) = delete;
+  TextInjector& operator=(const TextInjector&) = delete;
 
-  void type(std::string_view text);
+  // Key presses. A text that this desktop's keys are no good for is written through Accessibility, and pasted
+  // where that is refused.
+  void type(std::string_view text, const InsertionTarget& target = {});
   // Replaces the element's selection, or inserts at its caret; types when there is no element or it refuses.
-  void write(std::string_view text, const ObjectRef& focusedElement);
-  // Presses Delete once for each character.
-  void deleteBackwards(int count = 1);
+  void write(std::string_view text, const InsertionTarget& target);
+  // By way of the pasteboard, whose contents come back afterwards.
+  void paste(std::string_view text, const InsertionTarget& target = {});
+  // User-perceived characters before the caret.
+  void deleteBackwards(int count = 1, const InsertionTarget& target = {});
 
  private:
-  EventPoster& poster_;
-  Accessibility& accessibility_;
-  SystemLog& log_;
+  bool beginKeys();
+  void endKeys();
+  void pressKeys(std::string_view text);
+  bool isBehindKeys() const;
+  bool writeTo(const ObjectRef& element, std::string_view text);
+
+  Services s_;
+  std::optional<MonotonicTime> keysAt_;  // when keys were posted last
+  Paster paster_;
 };
 
 }  // namespace nimbletype

@@ -52,6 +52,11 @@ struct AttributeRead {
   std::variant<std::monostate, TextRange, ObjectRef> parameter;
 };
 
+// The two ends of a text-marker range.
+struct MarkerPair {
+  ObjectRef from, to;
+};
+
 // Reading other applications' user interface. Main thread only; no call re-enters the main loop and none
 // takes longer than `messagingTimeout`.
 class Accessibility {
@@ -77,6 +82,11 @@ class Accessibility {
   using Notification = std::function<void(std::string_view name, const ObjectRef& element)>;
   [[nodiscard]] virtual std::optional<Task> observe(std::int64_t processID, Notification notify) = 0;
   [[nodiscard]] virtual std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) = 0;
+
+  // The ends of a text-marker range, and the range between two markers: none for anything else, and on
+  // desktops without text markers. Neither asks the application.
+  virtual std::optional<MarkerPair> endsOf(const ObjectRef& /*markerRange*/) { return std::nullopt; }
+  virtual ObjectRef markerRange(const MarkerPair& /*ends*/) { return nullptr; }
 
   // Whether the desktop lets this process read other applications at all.
   virtual bool isTrusted() = 0;

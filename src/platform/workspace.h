@@ -11,6 +11,9 @@ struct RunningApp {
   std::string bundleID;    // on Linux the desktop file's id
   std::string appName;     // for people
   std::string bundlePath;  // empty where the desktop has no bundles
+  // Its shortcuts take Shift on top, as those of Linux terminals do: their programs use the plain ones.
+  bool isTerminal = false;
+  bool isOurs = false;  // this process; it cannot answer itself through Accessibility
   bool operator==(const RunningApp&) const = default;
 };
 

@@ -202,6 +202,8 @@ TEST_F(EngineTest, AQuickAnswerIsDrawnOnce) {
 }
 
 TEST_F(EngineTest, TypingOverAGrowingSuggestionLetsItGrowOn) {
+  int changes = 0;
+  engine.onShownChanged([&] { ++changes; });
   ask("This");
   grow(" is how i");
   field.change("This is");
@@ -213,6 +215,10 @@ TEST_F(EngineTest, TypingOverAGrowingSuggestionLetsItGrowOn) {
   EXPECT_FALSE(engine.acceptNext());
   EXPECT_FALSE(engine.acceptAll());
   EXPECT_EQ(engine.status().state, Status::Case::thinking);
+  field.change("This is ho");
+  EXPECT_EQ(ghostText(), "w");
+  EXPECT_EQ(changes, 3) << "its keys are to be taken again";
+  field.change("This is how");
   grow(" is how it goe");
   EXPECT_EQ(ghostText(), " it");
   provider->answer(Completion{" is how it goes", {}});

@@ -198,6 +198,27 @@ TEST_P(AccessibilityConformance, IsSilentOnceATaskIsGone) {
   EXPECT_EQ(watched, before);
 }
 
+TEST_P(AccessibilityConformance, TellsOfTheSameTextThroughMarkersIfAtAll) {
+  EXPECT_FALSE(ax().endsOf(nullptr));
+  EXPECT_FALSE(ax().endsOf(field_));
+  EXPECT_FALSE(ax().markerRange({field_, field_}));
+  EXPECT_FALSE(ax().markerRange({nullptr, nullptr}));
+  ASSERT_TRUE(select({units("naïve "), units("café")}));
+  waitFor("a word selected", [this] { return selection() == TextRange{units("naïve "), units("café")}; });
+  const ObjectRef selected = object(field_, "AXSelectedTextMarkerRange");
+  if (!selected) return;
+  EXPECT_EQ(value<std::string>(field_, {"AXStringForTextMarkerRange", selected}), "café");
+  const auto word = ax().endsOf(selected);
+  const auto whole = ax().endsOf(value<ObjectRef>(field_, {"AXTextMarkerRangeForUIElement", field_}));
+  ASSERT_TRUE(word && whole);
+  const ObjectRef before = ax().markerRange({whole->from, word->from});
+  EXPECT_EQ(value<std::string>(field_, {"AXStringForTextMarkerRange", before}), "naïve ");
+  const auto previous = value<ObjectRef>(field_, {"AXPreviousTextMarkerForTextMarker", word->from});
+  const ObjectRef character = ax().markerRange({previous, word->from});
+  EXPECT_EQ(value<TopLeftRect>(field_, {"AXBoundsForTextMarkerRange", character}), bounds(units("naïve"), 1));
+  EXPECT_FALSE(ax().endsOf(previous));
+}
+
 TEST_P(AccessibilityConformance, RefusesWhatItCannotWrite) {
   EXPECT_FALSE(ax().write(field_, "AXSelectedText", TextRange{}));
   EXPECT_FALSE(ax().observe(999'999'999, [](std::string_view, const ObjectRef&) {}));

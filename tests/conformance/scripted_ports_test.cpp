@@ -2,6 +2,7 @@
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/scripted_background_work.h"
+#include "platform/scripted/scripted_pasteboard.h"
 #include "platform/scripted/scripted_permissions.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/virtual_main_loop.h"
@@ -9,6 +10,7 @@
 #include "tests/conformance/defaults_store_conformance.h"
 #include "tests/conformance/file_store_conformance.h"
 #include "tests/conformance/main_loop_conformance.h"
+#include "tests/conformance/pasteboard_conformance.h"
 #include "tests/conformance/permission_source_conformance.h"
 #include "tests/conformance/power_source_conformance.h"
 #include "tests/conformance/secret_store_conformance.h"
@@ -63,9 +65,23 @@ struct ScriptedPermissionsHarness {
   ScriptedPermissions scripted;
 };
 
+struct ScriptedPasteboardHarness : VirtualLoopHarness {
+  using Formats = ScriptedPasteboard::Item;
+  Pasteboard& pasteboard() { return scripted; }
+  std::string textFormat() { return ScriptedPasteboard::textFormat; }
+  std::string passingMark() { return ScriptedPasteboard::passingMark; }
+  void copy(const Formats& formats) {
+    scripted.copy(formats.empty() ? ScriptedPasteboard::Items{} : ScriptedPasteboard::Items{formats});
+  }
+  Formats paste() { return scripted.read().empty() ? Formats{} : scripted.read().front(); }
+  void hang(bool hangs) { scripted.ownerTakes = Milliseconds(hangs ? 10'000 : 0); }
+  ScriptedPasteboard scripted{virtualLoop};
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);

@@ -6,6 +6,7 @@ They are whole, but small enough for each byte of the head to count: a few token
 import pathlib
 import sys
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 import make_swa_model as model  # noqa: E402
 

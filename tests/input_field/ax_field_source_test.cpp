@@ -1,18 +1,10 @@
 #include "input/ax_field_source.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <vector>
 
-#include "input/text_injector.h"
-#include "platform/scripted/recording_event_poster.h"
-#include "platform/scripted/recording_log.h"
-#include "platform/scripted/scripted_accessibility.h"
-#include "platform/scripted/scripted_secure_input.h"
-#include "platform/scripted/scripted_workspace.h"
-#include "platform/scripted/virtual_main_loop.h"
+#include "tests/input_field/field_source_fixture.h"
 #include "text/text.h"
 
 namespace nimbletype {
@@ -22,66 +14,7 @@ using std::chrono_literals::operator""ms;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const RunningApp editor{42, "org.editor", "Editor", {}};
-const RunningApp other{43, "org.other", "Other", {}};
-
-class AXFieldSourceTest : public testing::Test {
- protected:
-  AXFieldSourceTest() {
-    window_ = add("AXWindow");
-    ax_.at(window_).attributes["AXTitle"] = std::string("Letter");
-    source_.onChange([this](Change change) { changes_.push_back(change); });
-  }
-
-  ObjectRef add(const char* role, std::optional<std::u16string> text = {}) {
-    ScriptedElement element;
-    element.attributes = {{"AXRole", std::string(role)}, {"AXFrame", TopLeftRect{100, 200, 400, 300}}};
-    element.textOrigin = {104, 204, 8, 16};
-    element.text = std::move(text);
-    if (element.text) element.selection = {static_cast<std::int64_t>(element.text->size()), 0};
-    return ax_.addElement(std::move(element));
-  }
-  void addApplication(const RunningApp& app) {
-    ax_.at(ax_.addApplication(app.processID)).attributes["AXFocusedWindow"] = window_;
-  }
-  // The application in front, with this element focused.
-  ObjectRef open(ObjectRef field) {
-    addApplication(editor);
-    ax_.focus(editor.processID, field);
-    workspace_.bringToFront(editor);
-    source_.start();
-    settle();
-    return field;
-  }
-  void settle() {
-    loop_.advance(0ms);
-    loop_.runPosted();
-  }
-  FieldSnapshot read() {
-    const auto snapshot = source_.snapshot();
-    EXPECT_TRUE(snapshot) << source_.whyNoField().value_or("no reason");
-    return snapshot.value_or(FieldSnapshot{});
-  }
-  std::string refusal() {
-    EXPECT_FALSE(source_.snapshot());
-    return source_.whyNoField().value_or("no reason");
-  }
-  std::vector<Change> takeChanges() {
-    settle();
-    return std::exchange(changes_, {});
-  }
-
-  VirtualMainLoop loop_;
-  ScriptedAccessibility ax_{loop_};
-  ScriptedWorkspace workspace_;
-  ScriptedSecureInput secureInput_;
-  RecordingLog log_;
-  RecordingEventPoster poster_;
-  TextInjector injector_{poster_, ax_, log_};
-  std::vector<Change> changes_;
-  AXFieldSource source_{{ax_, workspace_, secureInput_, loop_, log_}, injector_};
-  ObjectRef window_;
-};
+class AXFieldSourceTest : public FieldSourceFixture {};
 
 TEST_F(AXFieldSourceTest, ReadsAFieldWhole) {
   const auto field = open(add("AXTextArea", u"Dear Ann,\nthank you. Bye"));
@@ -128,9 +61,6 @@ TEST_F(AXFieldSourceTest, FallsThroughToTheCharacterBeforeAZeroRectangle) {
     return std::nullopt;
   };
   EXPECT_EQ(read().caretRect, (TopLeftRect{104 + 3 * 8, 204, 1, 16}));
-  ax_.at(field).failing = {"AXBoundsForRange"};
-  EXPECT_EQ(read().caretRect, std::nullopt);
-  EXPECT_EQ(read().before, "one");
 }
 
 TEST_F(AXFieldSourceTest, TakesAttributedTextWhereThereIsNoPlainOne) {
@@ -304,15 +234,74 @@ TEST_F(AXFieldSourceTest, TurnsOnTheContentOfPagesOncePerProcess) {
 TEST_F(AXFieldSourceTest, InsertsByTheMethodAskedFor) {
   const auto field = open(add("AXTextArea", u"one"));
   source_.insert(" two", InsertionMethod::accessibility);
+  settle();
   EXPECT_EQ(read().before, "one two");
   EXPECT_EQ(poster_.text(), "");
   source_.insert("x", InsertionMethod::typing);
+  settle();
   EXPECT_EQ(poster_.text(), "x");
   ax_.at(field).refusesWrites = true;
   source_.insert("yz", InsertionMethod::accessibility);
+  settle();
   EXPECT_EQ(poster_.text(), "xyz");
   source_.deleteBackwards(2);
+  settle();
   EXPECT_EQ(poster_.text(), "x");
+  source_.insert("w", InsertionMethod::paste);
+  settle();
+  EXPECT_THAT(pasteboard_.lent, ElementsAre("w"));
+}
+
+TEST_F(AXFieldSourceTest, InsertsOnlyWhereTheTextWasMeantToGo) {
+  const RecordingLog::Line moved{"input", "the focus has moved: nothing is inserted"};
+  const auto field = open(add("AXTextArea", u"one")), second = add("AXTextField", u"two");
+  addApplication(other);
+  ax_.focus(other.processID, add("AXTextField", u"three"));
+  const auto stay = [] {};
+  const auto otherField = [&] { ax_.focus(editor.processID, second); };
+  const auto otherApp = [&] { workspace_.bringToFront(other); };
+  const auto noAnswer = [&] { ax_.focus(editor.processID, nullptr); };
+  const struct {
+    const char* why;
+    std::function<void()> happens;
+    std::size_t inserted;
+  } cases[] = {{"nothing moved", stay, 1},
+               {"another field", otherField, 0},
+               {"another application", otherApp, 0},
+               {"the application does not tell", noAnswer, 1}};
+  for (const auto& c : cases)
+    for (const auto method :
+         {InsertionMethod::typing, InsertionMethod::accessibility, InsertionMethod::paste}) {
+      workspace_.bringToFront(editor);
+      ax_.focus(editor.processID, field);
+      loop_.advance(1000ms);
+      read();
+      poster_.posted.clear();
+      pasteboard_.lent.clear();
+      log_.lines.clear();
+      ax_.at(field).text = u"";
+      ax_.at(field).selection = {};
+      c.happens();
+      source_.insert("x", method);
+      loop_.advance(100ms);
+      const bool written = *ax_.at(field).text == u"x";
+      const bool pasted = !pasteboard_.lent.empty(), typed = poster_.text() == "x";
+      EXPECT_EQ(written + pasted + typed, c.inserted) << c.why;
+      EXPECT_EQ(std::ranges::count(log_.lines, moved), c.inserted == 0) << c.why;
+    }
+}
+
+TEST_F(AXFieldSourceTest, PastesNothingOnceTheFocusHasMoved) {
+  open(add("AXTextArea", u"one"));
+  read();
+  pasteboard_.copy({{{"text", "theirs"}}});
+  pasteboard_.ownerTakes = 200ms;
+  source_.insert("x", InsertionMethod::paste);
+  loop_.advance(100ms);
+  ax_.focus(editor.processID, add("AXTextField", u"two"));
+  loop_.advance(1000ms);
+  EXPECT_THAT(pasteboard_.lent, IsEmpty());
+  EXPECT_THAT(poster_.posted, IsEmpty());
 }
 
 }  // namespace

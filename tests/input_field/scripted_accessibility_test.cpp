@@ -23,6 +23,7 @@ class ScriptedWorld final : public AccessibilityWorld {
                         {"AXFrame", TopLeftRect{100, 100, 400, 300}}};
     field.textOrigin = {104, 104, 8, 16};
     field.text = text::toUtf16(fieldText);
+    field.hasMarkers = true;
     ax_.focus(process, ax_.addElement(field));
     ax_.at(application).attributes["AXFocusedWindow"] = windowRef;
   }

@@ -30,8 +30,8 @@ class WindowsWorld final : public WorkspaceWorld {
   }
   Workspace& workspace() override { return *workspace_; }
   RunningApp app(int index) override {
-    if (index == 0) return {getpid(), "org.xfce.mousepad", "Mousepad", {}};
-    return {getpid(), "linux_accessibility_test", "Home-made", {}};
+    if (index == 0) return {getpid(), "org.xfce.mousepad", "Mousepad", {}, false, true};
+    return {getpid(), "linux_accessibility_test", "Home-made", {}, false, true};
   }
 
   void bringToFront(int index) override {

@@ -117,6 +117,12 @@ TEST(TypingLayout, KnowsFreeKeysAndModifiersButNoLocks) {
   EXPECT_EQ(layout.modifierKey[7], 17);
 }
 
+TEST(TypingLayout, TypesALineOfItsOwnCharacters) {
+  const TypingLayout layout = TwoGroups().layout(0);
+  for (std::u16string_view text : {u"", u"q1Q!Ω@"}) EXPECT_TRUE(canType(layout, text));
+  for (std::u16string_view text : {u"qé", u"q\n", u"\t", u"👍"}) EXPECT_FALSE(canType(layout, text));
+}
+
 TEST(PlanBatch, GivesEachForeignCharacterAKeyOfItsOwn) {
   const TypingLayout layout = TwoGroups().layout(0);
   const KeyStroke enter{36, 0};

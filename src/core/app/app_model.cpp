@@ -6,8 +6,9 @@
 namespace nimbletype {
 AppModel::AppModel(Ports ports)
     : ports_(std::move(ports)),
-      injector_(ports_.eventPoster, ports_.accessibility, ports_.log),
-      fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log},
+      injector_({ports_.eventPoster, ports_.accessibility, ports_.pasteboard, ports_.loop, ports_.log}),
+      fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log,
+                    ports_.fontMetrics},
                    injector_),
       keyTap_(ports_.eventTap, ports_.log),
       prefs_(ports_.defaults),

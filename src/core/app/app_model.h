@@ -27,6 +27,7 @@
 #include "platform/http_client.h"
 #include "platform/http_downloads.h"
 #include "platform/on_device_model.h"
+#include "platform/pasteboard.h"
 #include "platform/secret_store.h"
 #include "platform/workspace.h"
 
@@ -40,6 +41,7 @@ struct Ports {
   Workspace& workspace;
   EventTap& eventTap;
   EventPoster& eventPoster;
+  Pasteboard& pasteboard;
   SecureInput& secureInput;
   Screens& screens;
   FontMetrics& fontMetrics;

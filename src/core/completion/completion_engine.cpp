@@ -157,9 +157,12 @@ bool CompletionEngine::keepInStep(bool ownChange) {
   }
   // Our own insertion only grows; whatever else happens, what the field shows is what has been taken.
   if (!ownChange || *typed < suggestion_->consumed) suggestion_->taken = *typed;
+  const bool wasHidden = suggestion_->remaining().empty();
   suggestion_->consumed = *typed;
   if (*typed == suggestion_->length()) return awaitGrowth();
-  if (presentRemaining()) setStatus({Status::Case::showing, {}});
+  if (!presentRemaining()) return true;
+  if (wasHidden && shownChanged_) shownChanged_();
+  setStatus({Status::Case::showing, {}});
   return true;
 }
 

@@ -43,13 +43,17 @@ bool replaceSelection(AtspiBus& bus, const AtspiRef& element, const std::string&
   const auto call = [&](const char* interface, const char* method, GVariant* arguments) {
     return edit.call({element->bus(), element->path(), interface, method, arguments});
   };
+  DBusBatch::Id done{};
   if (at.end > at.start)
-    call(atspi::editableText, "DeleteText", g_variant_new("(ii)", start, static_cast<gint32>(at.end)));
-  const auto inserted = call(atspi::editableText, "InsertText",
-                             g_variant_new("(isi)", start, text.c_str(), static_cast<gint32>(length)));
+    done = call(atspi::editableText, "DeleteText", g_variant_new("(ii)", start, static_cast<gint32>(at.end)));
+  if (length > 0)
+    done = call(atspi::editableText, "InsertText",
+                g_variant_new("(isi)", start, text.c_str(), static_cast<gint32>(length)));
+  else if (at.end == at.start)
+    return true;
   call(atspi::textInterface, "SetCaretOffset", g_variant_new("(i)", caret));
   edit.wait();
-  return isTrue(edit.reply(inserted));
+  return isTrue(edit.reply(done));
 }
 
 // Placing the caret ends any selection there is.

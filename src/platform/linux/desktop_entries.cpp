@@ -29,6 +29,12 @@ std::string textOf(const char* s) {
   return s ? s : "";
 }
 
+bool isTerminal(GAppInfo* info) {
+  if (!G_IS_DESKTOP_APP_INFO(info)) return false;
+  const std::string categories = textOf(g_desktop_app_info_get_categories(G_DESKTOP_APP_INFO(info)));
+  return categories.find("TerminalEmulator") != std::string::npos;
+}
+
 }  // namespace
 
 DesktopEntries::DesktopEntries() : monitor_(g_app_info_monitor_get()) {
@@ -48,7 +54,7 @@ void DesktopEntries::load() {
   for (GList* item = all; item; item = item->next) {
     auto* info = G_APP_INFO(item->data);
     const DesktopEntry entry{withoutSuffix(textOf(g_app_info_get_id(info))),
-                             textOf(g_app_info_get_name(info))};
+                             textOf(g_app_info_get_name(info)), isTerminal(info)};
     if (entry.id.empty()) continue;
     byID_.emplace(folded(entry.id), entry);
     byShortName_.emplace(folded(shortName(entry.id)), entry);

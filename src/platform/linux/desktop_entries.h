@@ -13,6 +13,7 @@ namespace nimbletype {
 struct DesktopEntry {
   std::string id;    // without ".desktop"
   std::string name;  // in the user's language
+  bool isTerminal = false;
 };
 
 // What a window says about the application it belongs to; empty where it does not say.

@@ -103,6 +103,12 @@ TypingLayout readTypingLayout(xcb_connection_t* connection) {
   return makeTypingLayout(symbols, modifierKeys, modifiers->keycodes_per_modifier, state ? state->group : 0);
 }
 
+bool canType(const TypingLayout& layout, std::u16string_view text) {
+  return std::ranges::all_of(text, [&](char16_t unit) {
+    return unit != u'\n' && unit != u'\t' && layout.characters.contains(unit);
+  });
+}
+
 TypingBatch planBatch(std::span<const Stroke> strokes, const TypingLayout& layout) {
   TypingBatch batch;
   std::map<char32_t, xcb_keycode_t> added;

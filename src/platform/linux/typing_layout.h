@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <span>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -41,6 +42,10 @@ struct KeySymbols {
 TypingLayout makeTypingLayout(const KeySymbols& keys, std::span<const xcb_keycode_t> modifierKeys,
                               unsigned perModifier, unsigned group);
 TypingLayout readTypingLayout(xcb_connection_t* connection);
+
+// Whether this is a line that needs no other characters than those of the layout. Return and Tab count as
+// something else: to many applications they are commands.
+bool canType(const TypingLayout& layout, std::u16string_view text);
 
 // Something to type: a key, or a character on whatever key it is.
 using Stroke = std::variant<KeyStroke, char32_t>;

@@ -1,5 +1,7 @@
 #include "platform/linux/x11_workspace.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -94,7 +96,8 @@ class X11Workspace::Impl {
     identity.gtkApplicationID = bytesOf(gtk);
     identity.executable = executableOf(*process);
     const DesktopEntry entry = entries_.of(identity);
-    return RunningApp{*process, entry.id, entry.name, {}};
+    return RunningApp{*process, entry.id,         entry.name,
+                      {},       entry.isTerminal, static_cast<pid_t>(*process) == getpid()};
   }
 
   void handle(const xcb_generic_event_t& event) {

@@ -16,6 +16,9 @@ namespace {
 // Applications look up what a key means when they come to its event; sooner they may find it gone.
 constexpr Milliseconds mappingTime{150};
 
+// Applications take a few milliseconds for each key, and the user's own keys wait behind them.
+constexpr std::size_t shortText = 80;
+
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit < 0xDC00;
 }
@@ -75,6 +78,10 @@ bool XcbEventPoster::begin() {
 // The rest of an earlier text goes first: it waits for keys to become free again.
 void XcbEventPoster::end() {
   if (!waitsForKeys_) typeWaiting();
+}
+
+bool XcbEventPoster::suits(std::u16string_view text) const {
+  return text.size() <= shortText && canType(readTypingLayout(connection_.get()), text);
 }
 
 void XcbEventPoster::press(std::uint16_t keyCode, ModifierSet modifiers) {

@@ -25,6 +25,8 @@ class XcbEventPoster : public EventPoster {
   bool mayPost() const override { return hasTestExtension_; }
   bool begin() override;
   void end() override;
+  // A short line that the active layout can type.
+  bool suits(std::u16string_view text) const override;
   void press(std::uint16_t keyCode, ModifierSet modifiers) override;
   void type(std::u16string_view chunk) override;
 

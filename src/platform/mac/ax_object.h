@@ -26,5 +26,8 @@ ObjectRef wrapped(CFTypeRef ref);
 CFTypeRef referenceOf(const ObjectRef& object);
 // The element behind a handle, null when it is none or not an element.
 AXUIElementRef elementOf(const ObjectRef& object);
+// The same for text markers and their ranges.
+AXTextMarkerRef markerOf(const ObjectRef& object);
+AXTextMarkerRangeRef markerRangeOf(const ObjectRef& object);
 
 }  // namespace nimbletype

@@ -31,4 +31,15 @@ AXUIElementRef elementOf(const ObjectRef& object) {
   return isElement(ref) ? static_cast<AXUIElementRef>(ref) : nullptr;
 }
 
+AXTextMarkerRef markerOf(const ObjectRef& object) {
+  const CFTypeRef ref = referenceOf(object);
+  return ref && CFGetTypeID(ref) == AXTextMarkerGetTypeID() ? static_cast<AXTextMarkerRef>(ref) : nullptr;
+}
+
+AXTextMarkerRangeRef markerRangeOf(const ObjectRef& object) {
+  const CFTypeRef ref = referenceOf(object);
+  const bool isRange = ref && CFGetTypeID(ref) == AXTextMarkerRangeGetTypeID();
+  return isRange ? static_cast<AXTextMarkerRangeRef>(ref) : nullptr;
+}
+
 }  // namespace nimbletype

@@ -17,6 +17,8 @@ class MacAccessibility final : public Accessibility {
   bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) override;
   [[nodiscard]] std::optional<Task> observe(std::int64_t processID, Notification notify) override;
   [[nodiscard]] std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;
+  std::optional<MarkerPair> endsOf(const ObjectRef& markerRange) override;
+  ObjectRef markerRange(const MarkerPair& ends) override;
   bool isTrusted() override;
 
  private:

@@ -54,6 +54,23 @@ std::optional<Task> MacAccessibility::watch(std::int64_t processID, const Object
   return Task([observer, element] { observer->unwatch(elementOf(element)); });
 }
 
+std::optional<MarkerPair> MacAccessibility::endsOf(const ObjectRef& markerRange) {
+  const AXTextMarkerRangeRef range = markerRangeOf(markerRange);
+  if (!range) return std::nullopt;
+  const auto from = CFRef<AXTextMarkerRef>::adopt(AXTextMarkerRangeCopyStartMarker(range));
+  const auto to = CFRef<AXTextMarkerRef>::adopt(AXTextMarkerRangeCopyEndMarker(range));
+  if (!from || !to) return std::nullopt;
+  return MarkerPair{wrapped(from.get()), wrapped(to.get())};
+}
+
+ObjectRef MacAccessibility::markerRange(const MarkerPair& ends) {
+  const AXTextMarkerRef from = markerOf(ends.from), to = markerOf(ends.to);
+  if (!from || !to) return nullptr;
+  const auto range =
+      CFRef<AXTextMarkerRangeRef>::adopt(AXTextMarkerRangeCreate(kCFAllocatorDefault, from, to));
+  return wrapped(range.get());
+}
+
 bool MacAccessibility::isTrusted() {
   return AXIsProcessTrusted();
 }

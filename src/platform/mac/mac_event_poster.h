@@ -13,6 +13,7 @@ class MacEventPoster final : public EventPoster {
   bool mayPost() const override;
   bool begin() override;
   void end() override { source_ = {}; }
+  bool suits(std::u16string_view) const override { return true; }
   void press(std::uint16_t keyCode, ModifierSet modifiers) override;
   void type(std::u16string_view chunk) override;
 

@@ -7,8 +7,11 @@ namespace nimbletype {
 std::optional<RunningApp> MacWorkspace::frontmost() {
   NSRunningApplication* app = NSWorkspace.sharedWorkspace.frontmostApplication;
   if (!app) return std::nullopt;
-  return RunningApp{app.processIdentifier, utf8String(app.bundleIdentifier), utf8String(app.localizedName),
-                    utf8String(app.bundleURL.path)};
+  return RunningApp{.processID = app.processIdentifier,
+                    .bundleID = utf8String(app.bundleIdentifier),
+                    .appName = utf8String(app.localizedName),
+                    .bundlePath = utf8String(app.bundleURL.path),
+                    .isOurs = [app isEqual:NSRunningApplication.currentApplication] != NO};
 }
 
 void MacWorkspace::onFrontmostChanged(std::function<void()> changed) {

@@ -16,6 +16,7 @@ class RecordingEventPoster : public EventPoster {
   bool mayPost() const override { return allowed; }
   bool begin() override { return open_ = hasSource; }
   void end() override { open_ = false; }
+  bool suits(std::u16string_view text) const override { return text.size() <= longestText; }
   void press(std::uint16_t keyCode, ModifierSet modifiers) override {
     if (open_) posted.emplace_back(KeyCombo{keyCode, modifiers});
   }
@@ -28,6 +29,7 @@ class RecordingEventPoster : public EventPoster {
 
   std::vector<Posted> posted;
   bool allowed = true, hasSource = true;
+  std::size_t longestText = 1'000'000;  // in UTF-16 units; anything longer does not suit
 
  private:
   bool open_ = false;

@@ -24,25 +24,12 @@ bool asksForText(const AttributeRead& read) {
 TextRange clipped(const TextRange& range, const std::u16string& text) {
   const auto size = static_cast<std::int64_t>(text.size());
   const std::int64_t from = std::clamp<std::int64_t>(range.location, 0, size);
-  return {from, std::clamp<std::int64_t>(range.location + range.length, from, size) - from};
+  return {from, std::clamp<std::int64_t>(range.length, 0, size - from)};
 }
 
 std::u16string_view part(const std::u16string& text, const TextRange& range) {
   return std::u16string_view(text).substr(static_cast<std::size_t>(range.location),
                                           static_cast<std::size_t>(range.length));
-}
-
-TopLeftRect boxOf(const ScriptedElement& element, const TextRange& range) {
-  const std::u16string_view before = part(*element.text, {0, range.location});
-  const auto lines = std::ranges::count(before, u'\n');
-  const std::size_t lastBreak = before.rfind(u'\n');
-  const std::size_t column =
-      lastBreak == std::u16string_view::npos ? before.size() : before.size() - lastBreak - 1;
-  const auto& cell = element.textOrigin;
-  const bool isBreak = part(*element.text, range) == u"\n";
-  return {cell.x + cell.width * static_cast<double>(column),
-          cell.y + cell.height * static_cast<double>(lines),
-          isBreak ? 0 : cell.width * static_cast<double>(range.length), cell.height};
 }
 
 AttributeValue answerInText(const ScriptedElement& element, const AttributeRead& read) {
@@ -54,12 +41,25 @@ AttributeValue answerInText(const ScriptedElement& element, const AttributeRead&
   if (!asked) return {};
   const TextRange range = clipped(*asked, *element.text);
   if (read.attribute == "AXStringForRange") return text::toUtf8(part(*element.text, range));
-  if (read.attribute == "AXBoundsForRange") return boxOf(element, range);
+  if (read.attribute == "AXBoundsForRange") return scriptedBox(element, range);
   if (read.attribute == "AXFontForRange") return element.font;
   return {};
 }
 
 }  // namespace
+
+TopLeftRect scriptedBox(const ScriptedElement& element, const TextRange& range) {
+  const std::u16string_view before = part(*element.text, {0, range.location});
+  const auto lines = std::ranges::count(before, u'\n');
+  const std::size_t lastBreak = before.rfind(u'\n');
+  const std::size_t column =
+      lastBreak == std::u16string_view::npos ? before.size() : before.size() - lastBreak - 1;
+  const auto& cell = element.textOrigin;
+  const bool isBreak = part(*element.text, range) == u"\n";
+  return {cell.x + cell.width * static_cast<double>(column),
+          cell.y + cell.height * static_cast<double>(lines),
+          isBreak ? 0 : cell.width * static_cast<double>(range.length), cell.height};
+}
 
 ObjectRef ScriptedAccessibility::addElement(ScriptedElement element) {
   elements_[++lastHash_] = std::move(element);
@@ -74,6 +74,10 @@ ObjectRef ScriptedAccessibility::addApplication(std::int64_t processID) {
 
 ScriptedElement& ScriptedAccessibility::at(const ObjectRef& element) {
   return elements_.at(element->hash());
+}
+
+void ScriptedAccessibility::remove(const ObjectRef& element) {
+  elements_.erase(element->hash());
 }
 
 void ScriptedAccessibility::focus(std::int64_t processID, const ObjectRef& element) {
@@ -116,29 +120,37 @@ ObjectRef ScriptedAccessibility::application(std::int64_t processID) {
 std::vector<AttributeValue> ScriptedAccessibility::read(const ObjectRef& element,
                                                         std::span<const AttributeRead> reads) {
   ++batches;
+  if (beforeRead) beforeRead(element);
   std::vector<AttributeValue> values(reads.size());
   for (const auto& read : reads)
-    if (asksForText(read)) askedTexts.push_back({element, read.attribute});
+    if (asksForText(read)) askedTexts.push_back({element, read});
   if (hangs) {
     secondsLost += messagingTimeout;
     return values;
   }
-  for (std::size_t i = 0; i < reads.size(); ++i) values[i] = answer(at(element), reads[i]);
+  for (std::size_t i = 0; i < reads.size(); ++i) values[i] = answer(element, reads[i]);
   return values;
 }
 
-AttributeValue ScriptedAccessibility::answer(ScriptedElement& element, const AttributeRead& read) {
+AttributeValue ScriptedAccessibility::answer(const ObjectRef& ref, const AttributeRead& read) {
+  const auto place = elements_.find(ref->hash());
+  if (place == elements_.end()) return {};
+  const ScriptedElement& element = place->second;
   if (element.failing.contains(read.attribute)) return {};
   if (element.lies)
     if (const auto lie = element.lies(read)) return *lie;
   if (const auto found = element.attributes.find(read.attribute); found != element.attributes.end())
     return found->second;
-  return element.text ? answerInText(element, read) : AttributeValue();
+  if (!element.text) return {};
+  const AttributeValue value = answerInText(element, read);
+  const bool known = !std::holds_alternative<std::monostate>(value);
+  return known || !element.hasMarkers ? value : answerThroughMarkers(element, ref, read);
 }
 
 bool ScriptedAccessibility::write(const ObjectRef& element, std::string_view attribute,
                                   const AttributeValue& value) {
   written.push_back({element, std::string(attribute), value});
+  if (!elements_.contains(element->hash())) return false;
   ScriptedElement& target = at(element);
   if (hangs || target.refusesWrites) return false;
   if (attribute == "AXSelectedText") {
