@@ -26,7 +26,7 @@ struct SystemWideWatchTest : testing::Test {
   Permissions permissions{desktop, loop};
   KeyTap keys{tap, log};
   int begun = 0;
-  SystemWideWatch watch{permissions, keys, log, [this] { ++begun; }};
+  SystemWideWatch watch{permissions, keys, loop, log, [this] { ++begun; }};
 };
 
 TEST_F(SystemWideWatchTest, RunsTheTapWhileItIsAllowed) {
@@ -50,6 +50,18 @@ TEST_F(SystemWideWatchTest, ReadsFieldsAlthoughTheTapIsRefused) {
   tap.allowed = false;
   EXPECT_FALSE(watch.start());
   EXPECT_EQ(begun, 1);
+  tap.allowed = true;
+  loop.advance(SystemWideWatch::retryInterval);
+  EXPECT_TRUE(tap.isRunning());
+}
+
+TEST_F(SystemWideWatchTest, GetsBackATapThatTheDesktopTookAway) {
+  trust(true);
+  ASSERT_TRUE(watch.start());
+  tap.takeAway();
+  EXPECT_FALSE(keys.isRunning());
+  loop.advance(SystemWideWatch::retryInterval);
+  EXPECT_TRUE(keys.isRunning());
 }
 
 TEST_F(SystemWideWatchTest, LetsGoForGoodWhenTheApplicationQuits) {
@@ -59,6 +71,7 @@ TEST_F(SystemWideWatchTest, LetsGoForGoodWhenTheApplicationQuits) {
   EXPECT_FALSE(tap.isRunning());
   trust(false);
   trust(true);
+  loop.advance(SystemWideWatch::retryInterval);
   EXPECT_FALSE(tap.isRunning());
 }
 

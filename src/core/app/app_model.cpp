@@ -27,7 +27,7 @@ AppModel::AppModel(Ports ports)
                power_, ports_.log}),
       keys_(keyTap_, engine_, prefs_),
       permissions_(ports_.permissions, ports_.loop),
-      watch_(permissions_, keyTap_, ports_.log, [this] { fieldSource_.start(); }) {
+      watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));

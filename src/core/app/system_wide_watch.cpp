@@ -4,9 +4,9 @@
 
 namespace nimbletype {
 
-SystemWideWatch::SystemWideWatch(Permissions& permissions, KeyTap& tap, SystemLog& log,
+SystemWideWatch::SystemWideWatch(Permissions& permissions, KeyTap& tap, MainLoop& loop, SystemLog& log,
                                  std::function<void()> begin)
-    : permissions_(permissions), tap_(tap), log_(log), begin_(std::move(begin)) {}
+    : permissions_(permissions), tap_(tap), loop_(loop), log_(log), begin_(std::move(begin)) {}
 
 bool SystemWideWatch::start() {
   permissions_.onAccessibilityGranted([this] { allowed(); });
@@ -16,20 +16,33 @@ bool SystemWideWatch::start() {
   if (permissions_.accessibility())
     allowed();
   else
-    log_.log("app", "system-wide start: tap running false");
+    logStart();
+  retryLater();
   return tap_.isRunning();
 }
 
 void SystemWideWatch::stop() {
   observation_.cancel();
+  retry_.cancel();
   permissions_.onAccessibilityGranted({});
   tap_.stop();
 }
 
 void SystemWideWatch::allowed() {
-  const bool running = tap_.start();
+  tap_.start();
   if (const auto begin = std::exchange(begin_, nullptr)) begin();
-  log_.log("app", std::string("system-wide start: tap running ") + (running ? "true" : "false"));
+  logStart();
+}
+
+void SystemWideWatch::logStart() {
+  log_.log("app", std::string("system-wide start: tap running ") + (tap_.isRunning() ? "true" : "false"));
+}
+
+void SystemWideWatch::retryLater() {
+  retry_ = loop_.after(retryInterval, [this] {
+    retryLater();
+    if (permissions_.accessibility() && !tap_.isRunning() && tap_.start()) logStart();
+  });
 }
 
 }  // namespace nimbletype

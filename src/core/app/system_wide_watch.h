@@ -8,11 +8,15 @@
 namespace nimbletype {
 
 // Follows the user's typing while the desktop allows it: the key tap runs then, and is let go of when the
-// permission goes, since a tap without one may hold up every key of the desktop.
+// permission goes, since a tap without one may hold up every key of the desktop. A tap that the desktop
+// refused or took away is asked for again now and then.
 class SystemWideWatch {
  public:
+  static constexpr Milliseconds retryInterval{10'000};
+
   // `begin` is called once, when fields can be read for the first time.
-  SystemWideWatch(Permissions& permissions, KeyTap& tap, SystemLog& log, std::function<void()> begin);
+  SystemWideWatch(Permissions& permissions, KeyTap& tap, MainLoop& loop, SystemLog& log,
+                  std::function<void()> begin);
   SystemWideWatch(const SystemWideWatch&) = delete;
   SystemWideWatch& operator=(const SystemWideWatch&) = delete;
 
@@ -22,12 +26,15 @@ class SystemWideWatch {
 
  private:
   void allowed();
+  void logStart();
+  void retryLater();
 
   Permissions& permissions_;
   KeyTap& tap_;
+  MainLoop& loop_;
   SystemLog& log_;
   std::function<void()> begin_;  // empty once called
-  Task observation_;
+  Task observation_, retry_;
 };
 
 }  // namespace nimbletype
