@@ -59,7 +59,7 @@ struct Desk {
   NoLog log;
   NoGhost ghost;
   FullContext context;
-  ScriptedPower power;
+  ScriptedPower powerSource;
   ScriptedScreens screens;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
@@ -68,6 +68,7 @@ struct Desk {
   AppRules rules{prefs, file, loop, log};
   ProviderHub hub{one(catcher)};
   TypoChecker typo{spelling};
+  PowerMonitor power{powerSource, loop};
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
 };
 

@@ -16,6 +16,7 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       pasteboard_(loop_),
       ghostSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),
       spellChecker_(loop_, {}),
+      permissions_(accessibility_),
       defaultsFile_(dataFolder() / "settings.json"),
       rulesFile_(dataFolder() / "rules.json"),
       defaults_(defaultsFile_, loop_, log_),
@@ -26,10 +27,11 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       modelFile_(std::move(modelFile)) {}
 
 Ports LinuxDesktop::ports() {
-  return {loop_,         log_,         accessibility_, workspace_,   eventTap_,     eventPoster_,
-          pasteboard_,   secureInput_, screens_,       fontMetrics_, ghostSurface_, power_,
-          spellChecker_, defaults_,    rulesFile_,     http_,        downloads_,    secrets_,
-          onDevice_,     background_,  disk_,          dataFolder(), modelFile_,    {userFullName(), {}, {}}};
+  return {loop_,         log_,        accessibility_, workspace_,   eventTap_,
+          eventPoster_,  pasteboard_, secureInput_,   screens_,     fontMetrics_,
+          ghostSurface_, power_,      spellChecker_,  permissions_, defaults_,
+          rulesFile_,    http_,       downloads_,     secrets_,     onDevice_,
+          background_,   disk_,       dataFolder(),   modelFile_,   {userFullName(), {}, {}}};
 }
 
 }  // namespace nimbletype

@@ -6,6 +6,7 @@
 #include "platform/linux/hunspell_spell_checker.h"
 #include "platform/linux/json_defaults_store.h"
 #include "platform/linux/linux_disk_space.h"
+#include "platform/linux/linux_permissions.h"
 #include "platform/linux/secret_service_store.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/upower_source.h"
@@ -45,6 +46,7 @@ class LinuxDesktop {
   QtOverlaySurface ghostSurface_;
   UPowerSource power_;
   HunspellSpellChecker spellChecker_;
+  LinuxPermissions permissions_;
   AtomicFile defaultsFile_, rulesFile_;
   JsonDefaultsStore defaults_;
   QtHttpClient http_;

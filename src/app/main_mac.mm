@@ -17,6 +17,7 @@
 #include "platform/mac/mac_on_device_model.h"
 #include "platform/mac/mac_overlay_surface.h"
 #include "platform/mac/mac_pasteboard.h"
+#include "platform/mac/mac_permissions.h"
 #include "platform/mac/mac_power_source.h"
 #include "platform/mac/mac_screens.h"
 #include "platform/mac/mac_secret_store.h"
@@ -29,8 +30,6 @@
 namespace {
 
 using namespace nimbletype;
-
-constexpr Milliseconds trustPoll{1000};
 
 NSString* defaultsDomain() {
   NSString* bundle = NSBundle.mainBundle.bundleIdentifier;
@@ -54,23 +53,17 @@ class Application {
  public:
   // Neither tap nor fields can be had before the user trusts this application.
   void start() {
-    if (!accessibility_.isTrusted()) accessibility_.askForTrust();
-    startOnceTrusted();
+    model_.start();
+    if (!model_.permissions().accessibility()) model_.permissions().askForAccessibility();
   }
+  void stop() { model_.stop(); }
 
  private:
-  void startOnceTrusted() {
-    if (accessibility_.isTrusted())
-      model_.start();
-    else
-      trust_ = loop_.after(trustPoll, [this] { startOnceTrusted(); });
-  }
-
   MacMainLoop loop_;
   MacSystemLog log_;
   MacAccessibility accessibility_;
   MacWorkspace workspace_;
-  MacEventTap eventTap_{log_};
+  MacEventTap eventTap_{loop_, log_};
   MacEventPoster eventPoster_;
   MacPasteboard pasteboard_{loop_};
   MacSecureInput secureInput_;
@@ -79,6 +72,7 @@ class Application {
   MacOverlaySurface ghostSurface_;
   MacPowerSource power_;
   MacSpellChecker spellChecker_;
+  MacPermissions permissions_;
   MacDefaultsStore defaults_{defaultsDomain()};
   MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
   MacHttpClient http_;
@@ -100,6 +94,7 @@ class Application {
                    .ghostSurface = ghostSurface_,
                    .power = power_,
                    .spellChecker = spellChecker_,
+                   .permissions = permissions_,
                    .defaults = defaults_,
                    .rulesFile = rulesFile_,
                    .http = http_,
@@ -111,7 +106,6 @@ class Application {
                    .dataFolder = utf8String(dataFolder().path),
                    .modelFile = modelPath(),
                    .user = currentUser()}};
-  Task trust_;
 };
 
 }  // namespace
@@ -127,6 +121,7 @@ class Application {
   _application->start();
 }
 - (void)applicationWillTerminate:(NSNotification*)__unused notification {
+  _application->stop();
   _application.reset();
 }
 @end

@@ -1,7 +1,6 @@
 #include "input/typo_checker.h"
 
-#include <algorithm>
-
+#include "input/text_language.h"
 #include "text/text.h"
 
 namespace nimbletype {
@@ -11,28 +10,7 @@ namespace {
 constexpr std::string_view productName = "nimbletype";
 constexpr std::size_t shortestChecked = 4, mostRemembered = 1000;
 
-bool belongsToWord(std::string_view character) {
-  return text::isLetter(character) || character == "'" || character == "’";
-}
-
-// The end of a text, long enough for any word, so that a long text costs no more than a short one.
-std::string_view tail(std::string_view s) {
-  constexpr std::size_t bytes = 256;
-  if (s.size() <= bytes) return s;
-  s.remove_prefix(s.size() - bytes);
-  while (!s.empty() && (static_cast<unsigned char>(s.front()) & 0xC0) == 0x80) s.remove_prefix(1);
-  return s;
-}
-
 }  // namespace
-
-std::string_view lastWord(std::string_view before) {
-  const std::string_view end = tail(before);
-  const auto characters = text::characters(end);
-  const auto wordStart = std::find_if_not(characters.rbegin(), characters.rend(), belongsToWord);
-  if (wordStart == characters.rbegin()) return {};
-  return end.substr(static_cast<std::size_t>(wordStart.base()->data() - end.data()));
-}
 
 bool isChecked(std::string_view word) {
   return text::characterCount(word) >= shortestChecked && text::lowercased(word) == word &&
@@ -42,7 +20,25 @@ bool isChecked(std::string_view word) {
 std::optional<std::string_view> TypoChecker::misspelledWord(std::string_view before) {
   const std::string_view word = lastWord(before);
   if (!isChecked(word) || !checker_.isMisspelled(word)) return std::nullopt;
+  if (isOtherLanguage(latestWords(before))) return std::nullopt;
   return word;
+}
+
+WordCheck TypoChecker::latestWords(std::string_view before) {
+  WordCheck check;
+  for (const std::string_view word : finishedWords(before)) {
+    if (check.checked == wordsThatTell) break;
+    if (!isChecked(word)) continue;
+    ++check.checked;
+    if (isUnknown(word)) ++check.unknown;
+  }
+  return check;
+}
+
+bool TypoChecker::isUnknown(std::string_view word) {
+  if (const auto known = unknown_.find(word); known != unknown_.end()) return known->second;
+  if (unknown_.size() >= mostRemembered) unknown_.clear();
+  return unknown_.emplace(word, checker_.isMisspelled(word)).first->second;
 }
 
 std::optional<TypoFix> TypoChecker::fix(std::string_view before) {

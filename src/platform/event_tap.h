@@ -16,6 +16,7 @@ class EventTap {
   // False when the desktop does not allow it. Starting a running tap succeeds at once.
   virtual bool start(Handler handler) = 0;
   virtual void stop() = 0;
+  // False as well once the desktop has taken the tap away; it can be started again.
   virtual bool isRunning() const = 0;
   // The keys that could be taken right now: those something is shown for. Other keys may or may not reach the
   // handler, and its answer for them counts for nothing.

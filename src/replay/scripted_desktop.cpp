@@ -31,6 +31,7 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       rules(prefs, rulesFile, loop, log),
       hub(makeProviders(*this)),
       typo(spellChecker),
+      power(powerSource, loop),
       ghost(output),
       engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}),
       keyTap(eventTap, log),

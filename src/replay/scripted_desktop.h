@@ -34,7 +34,7 @@ class ScriptedDesktop {
   MemoryDefaultsStore defaults;
   MemoryFileStore rulesFile;
   RecordingLog log;
-  ScriptedPower power;
+  ScriptedPower powerSource;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spellChecker;
   ScriptedScreens screens;
@@ -49,6 +49,7 @@ class ScriptedDesktop {
   AppRules rules;
   ProviderHub hub;
   TypoChecker typo;
+  PowerMonitor power;
   PrintingGhost ghost;
   CompletionEngine engine;
   KeyTap keyTap;

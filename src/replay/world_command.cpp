@@ -40,7 +40,7 @@ void setMisspelled(const Json& value, ScriptedDesktop& desktop) {
 }  // namespace
 
 void applyWorld(LineReader& line, ScriptedDesktop& desktop) {
-  if (const auto onBattery = line.boolean("onBattery")) desktop.power.battery = *onBattery;
+  if (const auto onBattery = line.boolean("onBattery")) desktop.powerSource.setBattery(*onBattery);
   if (const auto secure = line.boolean("secureInput")) desktop.secureInput.on = *secure;
   if (const auto now = line.text("now")) setClock(*now, desktop);
   if (auto locale = line.text("locale")) desktop.context.locale = *std::move(locale);

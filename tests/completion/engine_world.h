@@ -69,7 +69,7 @@ struct EngineWorld {
   MemoryDefaultsStore defaults;
   MemoryFileStore rulesFile;
   RecordingLog log;
-  ScriptedPower power;
+  ScriptedPower powerSource;
   ScriptedScreens screens;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
@@ -80,6 +80,7 @@ struct EngineWorld {
   AppRules rules{prefs, rulesFile, loop, log};
   ProviderHub hub;
   TypoChecker typo{spelling};
+  PowerMonitor power{powerSource, loop};
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
 };
 

@@ -3,12 +3,16 @@
 #include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_pasteboard.h"
+#include "platform/scripted/scripted_permissions.h"
+#include "platform/scripted/scripted_power.h"
 #include "platform/scripted/virtual_main_loop.h"
 #include "tests/conformance/background_work_conformance.h"
 #include "tests/conformance/defaults_store_conformance.h"
 #include "tests/conformance/file_store_conformance.h"
 #include "tests/conformance/main_loop_conformance.h"
 #include "tests/conformance/pasteboard_conformance.h"
+#include "tests/conformance/permission_source_conformance.h"
+#include "tests/conformance/power_source_conformance.h"
 #include "tests/conformance/secret_store_conformance.h"
 
 namespace nimbletype {
@@ -49,6 +53,18 @@ struct ScriptedWorkHarness : VirtualLoopHarness {
   ScriptedBackgroundWork scripted{virtualLoop};
 };
 
+struct ScriptedPowerHarness {
+  PowerSource& power() { return scripted; }
+  void setBattery(bool on) { scripted.setBattery(on); }
+  bool runUntil(const std::function<bool()>& done) { return done(); }
+  ScriptedPower scripted;
+};
+
+struct ScriptedPermissionsHarness {
+  PermissionSource& permissions() { return scripted; }
+  ScriptedPermissions scripted;
+};
+
 struct ScriptedPasteboardHarness : VirtualLoopHarness {
   using Formats = ScriptedPasteboard::Item;
   Pasteboard& pasteboard() { return scripted; }
@@ -68,6 +84,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
 
 }  // namespace
 }  // namespace nimbletype

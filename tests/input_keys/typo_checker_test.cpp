@@ -61,6 +61,30 @@ TEST_F(TypoCheckerTest, FindsTheMisspelledWordBeforeTheCaret) {
   }
 }
 
+TEST_F(TypoCheckerTest, HoldsBackInATextOfAnotherLanguage) {
+  for (const char* word : {"nous", "sommes", "arrivés", "hier", "soir", "avec", "leurs"})
+    checker.words[word] = std::nullopt;
+  const struct {
+    const char* why;
+    std::string before;
+    bool found;
+  } cases[] = {
+      {"no other words", "helo", true},
+      {"too few words to tell", "nous sommes hier helo", true},
+      {"most are unknown", "nous sommes (arrivés) hier, helo", false},
+      {"short words and names tell nothing", "Le Nous est un Sommes hier soir helo", true},
+      {"half of them are known", "nous sommes hier soir this text goes along helo", true},
+      {"the latest count",
+       "nous sommes arrivés hier soir avec leurs now known words come again in English over "
+       "there where people write helo",
+       true},
+      {"the word under the caret does not count", "with nous sommes known helo", true},
+      {"a text that was cut off inside a word", std::string(3000, 'x') + " nous sommes arrivés hier helo",
+       false},
+  };
+  for (const auto& c : cases) EXPECT_EQ(typos.misspelledWord(c.before).has_value(), c.found) << c.why;
+}
+
 TEST_F(TypoCheckerTest, OffersOnlyARealCorrectionAndLooksItUpOnce) {
   checker.words = {{"helo", "hello"}, {"same", "same"}, {"zzzz", std::nullopt}};
   for (int i = 0; i < 2; ++i) {

@@ -48,6 +48,11 @@ void KeyWindow::takeFocus() {
   focusChanges = 0;
 }
 
+void KeyWindow::nameKey(std::uint16_t keyCode, xcb_keysym_t symbol) {
+  xcb_change_keyboard_mapping(connection_.get(), 1, xKeycode(keyCode).value(), 1, &symbol);
+  xcb_flush(connection_.get());
+}
+
 void KeyWindow::read() {
   while (const XcbEvent event{xcb_poll_for_event(connection_.get())}) {
     const int type = event->response_type & 0x7f;

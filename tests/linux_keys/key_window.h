@@ -20,6 +20,8 @@ class KeyWindow {
   bool isGrabbed(const KeyCombo& combo) { return isGrabbed(window_, combo); }
   bool isGrabbedOnRoot(const KeyCombo& combo) { return isGrabbed(rootWindow(connection_.get()), combo); }
   void takeFocus();
+  // Gives the key another meaning, for the whole display.
+  void nameKey(std::uint16_t keyCode, xcb_keysym_t symbol);
   int descriptor() const { return xcb_get_file_descriptor(connection_.get()); }
 
   std::vector<KeyCombo> keys;  // without the presses of modifier keys

@@ -174,6 +174,29 @@ TEST_F(XcbEventTapTest, TakesKeysWhateverLocksAreOn) {
   EXPECT_THAT(desk.window.keys, testing::Not(testing::Contains(KeyCombo{key::tab, {}})));
 }
 
+// The accent's second key may be any, Tab included: to the application it says "the bare accent".
+TEST_F(XcbEventTapTest, LeavesTheKeyAfterADeadKeyAlone) {
+  constexpr xcb_keysym_t deadAcute = 0xfe51;
+  constexpr std::uint16_t q = 12;
+  desk.window.nameKey(q, deadAcute);
+  start();
+  const auto pressAfterDeadKey = [&] {
+    desk.window.keys.clear();
+    desk.user.press(q);
+    desk.user.press(key::tab);
+    desk.letKeysArrive();
+    return desk.window.keys;
+  };
+  // The new layout is read when there is time for it.
+  desk.waitUntil("Tab after a dead key to be left", [&] {
+    return pressAfterDeadKey() == Combos{{q, {}}, tabKey};
+  });
+  desk.window.keys.clear();
+  desk.user.press(key::tab);
+  desk.letKeysArrive();
+  EXPECT_THAT(desk.window.keys, ElementsAre());
+}
+
 TEST_F(XcbEventTapTest, FollowsTheFocus) {
   start();
   KeyWindow other(desk.display.name());

@@ -20,11 +20,14 @@ AppModel::AppModel(Ports ports)
                           ports_.modelFile ? static_cast<ModelLocator&>(namedModel_) : modelStore_,
                           ports_.http, ports_.secrets, ports_.onDevice, ports_.log})),
       typo_(ports_.spellChecker),
+      power_(ports_.power, ports_.loop),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
       context_(ports_.loop, ports_.user),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, ports_.screens, ports_.secureInput,
-               ports_.power, ports_.log}),
-      keys_(keyTap_, engine_, prefs_) {
+               power_, ports_.log}),
+      keys_(keyTap_, engine_, prefs_),
+      permissions_(ports_.permissions, ports_.loop),
+      watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
@@ -37,11 +40,8 @@ AppModel::AppModel(Ports ports)
 }
 
 bool AppModel::start() {
-  const bool tapRunning = keyTap_.start();
-  fieldSource_.start();
   engine_.warmUp();
-  ports_.log.log("app", std::string("system-wide start: tap running ") + (tapRunning ? "true" : "false"));
-  return tapRunning;
+  return watch_.start();
 }
 
 bool AppModel::canWrite() const {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/app/key_router.h"
+#include "core/app/system_wide_watch.h"
 #include "core/completion/completion_engine.h"
 #include "core/rules/app_rules.h"
 #include "core/settings/preferences.h"
@@ -12,6 +13,8 @@
 #include "input/ax_field_source.h"
 #include "input/context_collector.h"
 #include "input/key_tap.h"
+#include "input/permissions.h"
+#include "input/power_monitor.h"
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_panel.h"
@@ -45,6 +48,7 @@ struct Ports {
   OverlaySurface& ghostSurface;
   PowerSource& power;
   SpellChecker& spellChecker;
+  PermissionSource& permissions;
   DefaultsStore& defaults;
   FileStore& rulesFile;
   HttpClient& http;
@@ -66,9 +70,11 @@ class AppModel {
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
-  // Starts following the user's typing. False when the desktop does not let the key tap start; everything
-  // else runs all the same.
+  // Starts following the user's typing, now or as soon as the desktop allows it. False when the key tap does
+  // not run; everything else that is allowed runs all the same.
   bool start();
+  // Lets go of the keyboard, for quitting.
+  void stop() { watch_.stop(); }
 
   // Whether there is an engine to ask, as far as that is known without asking one.
   bool canWrite() const;
@@ -76,6 +82,8 @@ class AppModel {
   CompletionEngine& engine() { return engine_; }
   Preferences& preferences() { return prefs_; }
   AppRules& rules() { return rules_; }
+  Permissions& permissions() { return permissions_; }
+  PowerMonitor& power() { return power_; }
   ModelStore& modelStore() { return modelStore_; }
 
  private:
@@ -89,10 +97,13 @@ class AppModel {
   NamedModel namedModel_;
   ProviderHub hub_;
   TypoChecker typo_;
+  PowerMonitor power_;
   GhostPanel ghost_;
   ContextCollector context_;
   CompletionEngine engine_;
   KeyRouter keys_;
+  Permissions permissions_;
+  SystemWideWatch watch_;
   Task hintLabel_, modelPhase_;
 };
 

@@ -46,6 +46,7 @@ CompletionEngine::CompletionEngine(const Services& services)
       &s_.prefs.batteryOnDemand,    &s_.prefs.triggerKey,
       &s_.prefs.insertion,          &s_.prefs.length};
   for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
+  observations_.push_back(s_.power.observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
 }
 
@@ -377,12 +378,16 @@ bool CompletionEngine::keyPressed(const KeyPress& press) {
       return acceptAll();
     case KeyCommand::escape:
       return isShowing() && escape();
+    // A key that is held does these once.
     case KeyCommand::suggestNow:
-      return suggestNow(), true;
+      if (!press.isRepeat) suggestNow();
+      return true;
     case KeyCommand::toggleApp:
-      return toggleApp(), true;
+      if (!press.isRepeat) toggleApp();
+      return true;
     case KeyCommand::toggleGlobal:
-      return toggleGlobal(), true;
+      if (!press.isRepeat) toggleGlobal();
+      return true;
     case KeyCommand::none:
       break;
   }

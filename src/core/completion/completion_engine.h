@@ -17,10 +17,10 @@
 #include "core/settings/preferences.h"
 #include "engines/provider_hub.h"
 #include "input/field_source.h"
+#include "input/power_monitor.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_content.h"
 #include "platform/event_tap.h"
-#include "platform/power_source.h"
 #include "platform/screens.h"
 #include "platform/system_log.h"
 
@@ -40,7 +40,7 @@ class CompletionEngine {
     GhostPresenter& ghost;
     const Screens& screens;
     const SecureInput& secureInput;
-    const PowerSource& power;
+    const PowerMonitor& power;
     SystemLog& log;
   };
   // The last generation, for diagnostics: what was asked and answered, and how long it took.

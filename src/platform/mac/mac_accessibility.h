@@ -20,8 +20,6 @@ class MacAccessibility final : public Accessibility {
   std::optional<MarkerPair> endsOf(const ObjectRef& markerRange) override;
   ObjectRef markerRange(const MarkerPair& ends) override;
   bool isTrusted() override;
-  // Lets the system ask the user to trust this application, unless it is trusted already.
-  void askForTrust();
 
  private:
   std::map<std::int64_t, std::weak_ptr<AXProcessObserver>> observers_;  // owned by the tasks handed out

@@ -75,9 +75,4 @@ bool MacAccessibility::isTrusted() {
   return AXIsProcessTrusted();
 }
 
-void MacAccessibility::askForTrust() {
-  NSDictionary* options = @{(__bridge NSString*)kAXTrustedCheckOptionPrompt : @YES};
-  AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
-}
-
 }  // namespace nimbletype

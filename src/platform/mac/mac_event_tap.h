@@ -4,16 +4,19 @@
 #include <optional>
 #include <vector>
 
+#include "platform/dead_keys.h"
 #include "platform/event_tap.h"
 #include "platform/mac/cf_ref.h"
+#include "platform/main_loop.h"
 #include "platform/system_log.h"
 
 namespace nimbletype {
 
-// The port over one active session tap that is served by the main run loop.
+// The port over one active session tap that is served by the main run loop. The system may switch a tap off
+// and say so, switch it off silently, or end it; so it is looked at now and then as well.
 class MacEventTap final : public EventTap {
  public:
-  explicit MacEventTap(SystemLog& log) : log_(log) {}
+  MacEventTap(MainLoop& loop, SystemLog& log) : loop_(loop), log_(log) {}
   ~MacEventTap() override { stop(); }
   MacEventTap(const MacEventTap&) = delete;
   MacEventTap& operator=(const MacEventTap&) = delete;
@@ -35,6 +38,7 @@ class MacEventTap final : public EventTap {
     Port(const Port&) = delete;
     Port& operator=(const Port&) = delete;
     void enable(bool on) { CGEventTapEnable(port_.get(), on); }
+    bool isEnabled() const { return CFMachPortIsValid(port_.get()) && CGEventTapIsEnabled(port_.get()); }
 
    private:
     CFRef<CFMachPortRef> port_;
@@ -42,15 +46,21 @@ class MacEventTap final : public EventTap {
   };
 
   static CGEventRef received(CGEventTapProxy proxy, CGEventType type, CGEventRef event, void* self);
+  static CFRef<CFMachPortRef> createTap(void* self);
   bool swallows(CGEventType type, CGEventRef event);
   bool swallowsKey(CGEventRef event);
   bool mayTake(const KeyCombo& combo) const;
   void reenable(CGEventType reason);
+  void lookAfter();
+  void revive();
 
+  MainLoop& loop_;
   SystemLog& log_;
   Handler handler_;
   std::vector<KeyCombo> takeable_, shortcuts_;
+  DeadKeys deadKeys_;
   std::optional<Port> port_;
+  Task lookAfter_;
 };
 
 }  // namespace nimbletype

@@ -1,5 +1,7 @@
 #include "platform/mac/mac_event_tap.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -14,6 +16,14 @@ constexpr CGEventMask tappedEvents = CGEventMaskBit(kCGEventLeftMouseDown) |
                                      CGEventMaskBit(kCGEventRightMouseDown) |
                                      CGEventMaskBit(kCGEventOtherMouseDown) |
                                      CGEventMaskBit(kCGEventScrollWheel) | CGEventMaskBit(kCGEventKeyDown);
+
+constexpr Milliseconds lookInterval{5'000};
+
+// The source's process tells as well, should the marker have been lost on the way.
+bool isOwn(CGEventRef event) {
+  return CGEventGetIntegerValueField(event, kCGEventSourceUserData) == ownEventMarker ||
+         CGEventGetIntegerValueField(event, kCGEventSourceUnixProcessID) == getpid();
+}
 
 bool isPointer(CGEventType type) {
   return type == kCGEventLeftMouseDown || type == kCGEventRightMouseDown || type == kCGEventOtherMouseDown ||
@@ -43,16 +53,23 @@ MacEventTap::Port::~Port() {
 
 bool MacEventTap::start(Handler handler) {
   if (isRunning()) return true;
-  auto port = CFRef<CFMachPortRef>::adopt(CGEventTapCreate(
-      kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault, tappedEvents, received, this));
+  auto port = createTap(this);
   if (!port) return false;
   handler_ = std::move(handler);
   port_.emplace(std::move(port));
+  deadKeys_.reset();
+  lookAfter();
   return true;
+}
+
+CFRef<CFMachPortRef> MacEventTap::createTap(void* self) {
+  return CFRef<CFMachPortRef>::adopt(CGEventTapCreate(
+      kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault, tappedEvents, received, self));
 }
 
 // The handler stays: it may be the one that is stopping the tap.
 void MacEventTap::stop() {
+  lookAfter_.cancel();
   port_.reset();
 }
 
@@ -65,7 +82,7 @@ bool MacEventTap::swallows(CGEventType type, CGEventRef event) {
     reenable(type);
     return false;
   }
-  if (CGEventGetIntegerValueField(event, kCGEventSourceUserData) == ownEventMarker) return false;
+  if (isOwn(event)) return false;
   if (isPointer(type)) return handler_(PointerPress{});
   return type == kCGEventKeyDown && swallowsKey(event);
 }
@@ -79,7 +96,12 @@ bool MacEventTap::swallowsKey(CGEventRef event) {
   press.characters = charactersOf(event);
   press.isRepeat = CGEventGetIntegerValueField(event, kCGKeyboardEventAutorepeat) != 0;
   const KeyCombo combo = press.combo();
-  return handler_(std::move(press)) && mayTake(combo);
+  const bool composed = deadKeys_.pressed(press), takeable = mayTake(combo);
+  // The application is to have this key: a handler that would take it must not see it.
+  if (composed && takeable) return false;
+  if (!handler_(std::move(press)) || !takeable) return false;
+  deadKeys_.reset();
+  return true;
 }
 
 bool MacEventTap::mayTake(const KeyCombo& combo) const {
@@ -93,6 +115,26 @@ void MacEventTap::reenable(CGEventType reason) {
   const char* text = reason == kCGEventTapDisabledByTimeout ? "timeout" : "user input";
   log_.log("input", std::string("tap disabled (") + text + "), re-enabling");
   if (port_) port_->enable(true);
+}
+
+void MacEventTap::lookAfter() {
+  lookAfter_ = loop_.after(lookInterval, [this] {
+    lookAfter();
+    if (port_ && !port_->isEnabled()) revive();
+  });
+}
+
+// A tap that cannot be switched on again has ended; without the permission for another one there is none, and
+// `isRunning` says so.
+void MacEventTap::revive() {
+  log_.log("input", "tap found off, re-enabling");
+  port_->enable(true);
+  if (port_->isEnabled()) return;
+  port_.reset();
+  if (auto port = createTap(this))
+    port_.emplace(std::move(port));
+  else
+    stop();
 }
 
 }  // namespace nimbletype

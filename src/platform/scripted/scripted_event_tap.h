@@ -21,6 +21,8 @@ class ScriptedEventTap : public EventTap {
   // True when the press was swallowed: only keys declared takeable or as shortcuts can be.
   bool press(const KeyPress& press);
   void pointer();
+  // The desktop ends the tap by itself.
+  void takeAway() { running_ = false; }
   // Any event, as if all keys could be taken; true when the handler takes it.
   bool send(const TapEvent& event) { return running_ && handler_(event); }
   // An event the application posted itself: never shown to the handler, never swallowed.

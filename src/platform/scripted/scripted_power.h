@@ -1,4 +1,6 @@
 #pragma once
+#include <utility>
+
 #include "platform/power_source.h"
 
 namespace nimbletype {
@@ -6,8 +8,18 @@ namespace nimbletype {
 class ScriptedPower : public PowerSource {
  public:
   bool onBattery() const override { return battery; }
+  void onChange(std::function<void()> changed) override { changed_ = std::move(changed); }
 
-  bool battery = false;
+  // The plug is pulled out or put in, and the desktop says so.
+  void setBattery(bool on) {
+    battery = on;
+    if (changed_) changed_();
+  }
+
+  bool battery = false;  // set by itself: a change nobody is told of
+
+ private:
+  std::function<void()> changed_;
 };
 
 }  // namespace nimbletype

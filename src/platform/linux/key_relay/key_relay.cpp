@@ -107,10 +107,11 @@ void KeyRelay::onRawPress(const RawPress& press) {
   if (isModifierKey(productKeyCode(press.detail))) return;
   const RelayMessage message =
       keyMessage(RelayMessage::Kind::key, press.detail, keyboard_.modifiers(), false);
-  // A grab will deliver this one again, and then it can be taken.
-  const bool awaited = grabs_.covers(message.combos[0]);
   using Fate = RecentPresses::Fate;
   const bool own = press.isSynthetic && isInjecting_;
+  const bool composed = !own && keyboard_.composes(press.detail);
+  // A grab will deliver this one again, and then it can be taken.
+  const bool awaited = grabs_.covers(message.combos[0]) && !composed;
   const Fate fate = own ? Fate::own : awaited ? Fate::awaited : Fate::reported;
   recent_.add({press.detail, press.time, fate});
   if (fate == Fate::reported) send(message);
@@ -155,6 +156,7 @@ void KeyRelay::passOn() {
 // come to us. The held key itself is gone with the grab.
 void KeyRelay::swallow() {
   question_.reset();
+  keyboard_.endComposition();
   xcb_ungrab_keyboard(connection_.get(), XCB_CURRENT_TIME);
 }
 

@@ -34,7 +34,7 @@ void selectKeyboardEvents(xcb_connection_t* connection) {
 }  // namespace
 
 KeyboardState::KeyboardState(xcb_connection_t* connection)
-    : connection_(connection), context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+    : connection_(connection), context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)), composition_(context_.get()) {
   if (!context_ || !xkb_x11_setup_xkb_extension(
                        connection_, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
                        XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent_, nullptr))

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/linux/key_relay/composition.h"
+
 namespace nimbletype {
 
 // What the keys mean at this moment: the layout and the modifiers, as the server last told.
@@ -22,6 +24,11 @@ class KeyboardState {
 
   // The modifiers and locks in effect, as core events write them.
   std::uint16_t modifiers() const { return modifiers_; }
+  // Takes a press as the applications do. True when the key goes on with a dead key or a Compose sequence.
+  bool composes(xcb_keycode_t keycode) {
+    return composition_.pressed(xkb_state_key_get_one_sym(state_.get(), keycode));
+  }
+  void endComposition() { composition_.reset(); }
   // What the key types: UTF-8, at most 8 UTF-16 units.
   std::string textOf(xcb_keycode_t keycode) const;
 
@@ -35,6 +42,7 @@ class KeyboardState {
   };
   xcb_connection_t* connection_;
   std::unique_ptr<xkb_context, Unref> context_;
+  Composition composition_;
   std::unique_ptr<xkb_state, Unref> state_;
   std::int32_t device_ = -1;
   std::uint8_t firstEvent_ = 0;
