@@ -37,16 +37,18 @@ class AccessibilityObject {
   virtual bool same(const AccessibilityObject& other) const = 0;
 };
 using ObjectRef = std::shared_ptr<const AccessibilityObject>;
+using ObjectList = std::vector<ObjectRef>;
 
 // An attribute's value; monostate when the attribute is absent, the read failed or the time ran out.
-using AttributeValue =
-    std::variant<std::monostate, bool, double, std::string, TextRange, TopLeftRect, TextFont, ObjectRef>;
+using AttributeValue = std::variant<std::monostate, bool, double, std::string, TextRange, TopLeftRect,
+                                    TextFont, ObjectRef, ObjectList>;
 
 // One attribute read. Without a parameter it is a plain attribute such as "AXRole"; with one it is
 // parameterised, such as "AXBoundsForRange" (TextRange → TopLeftRect), "AXStringForRange" (TextRange →
 // string), "AXFontForRange" (TextRange → TextFont, taken from the attributed string there) or a text-marker
-// attribute (ObjectRef). "AXFrame" answers position and size as one TopLeftRect. "AXIsSettable:NAME" answers
-// a bool.
+// attribute (ObjectRef). "AXWindows", "AXChildren" and "AXVisibleChildren" answer an ObjectList, absent
+// where there are more than anyone could see. "AXFrame" answers position and size as one TopLeftRect.
+// "AXIsSettable:NAME" answers a bool.
 struct AttributeRead {
   std::string attribute;
   std::variant<std::monostate, TextRange, ObjectRef> parameter;
@@ -62,6 +64,7 @@ struct MarkerPair {
 class Accessibility {
  public:
   static constexpr double messagingTimeout = 0.25;  // seconds
+  static constexpr double briefTimeout = 0.03;
 
   virtual ~Accessibility() = default;
 
@@ -71,6 +74,9 @@ class Accessibility {
   // Reads all at once: returns when all are answered or the time-out has passed, one value for each read.
   virtual std::vector<AttributeValue> read(const ObjectRef& element,
                                            std::span<const AttributeRead> reads) = 0;
+  // The same within `briefTimeout`, for what nobody waits for.
+  virtual std::vector<AttributeValue> readBriefly(const ObjectRef& element,
+                                                  std::span<const AttributeRead> reads) = 0;
 
   // Writes an attribute, such as "AXSelectedText", "AXSelectedTextRange" or "AXManualAccessibility"; false
   // when the element refused.

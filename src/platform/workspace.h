@@ -3,6 +3,9 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "platform/geometry.h"
 
 namespace nimbletype {
 
@@ -17,6 +20,15 @@ struct RunningApp {
   bool operator==(const RunningApp&) const = default;
 };
 
+// An application's window as it lies on the screen, not minimised.
+struct ScreenWindow {
+  std::uint64_t id = 0;  // the desktop's number for it, the same for as long as it is open
+  RunningApp app;
+  std::string title;  // empty where the desktop keeps titles to itself
+  TopLeftRect frame;
+  bool operator==(const ScreenWindow&) const = default;
+};
+
 // The applications of the desktop. Main thread only.
 class Workspace {
  public:
@@ -24,6 +36,8 @@ class Workspace {
   virtual std::optional<RunningApp> frontmost() = 0;
   // Called after the frontmost application changed. One listener; an empty function ends it.
   virtual void onFrontmostChanged(std::function<void()> changed) = 0;
+  // The windows in sight, those in front first.
+  virtual std::vector<ScreenWindow> windows() = 0;
 };
 
 }  // namespace nimbletype

@@ -152,6 +152,29 @@ TEST_P(AccessibilityConformance, LeadsUpToTheApplication) {
   EXPECT_FALSE(value<std::string>(window, {"AXTitle", {}}).empty());
 }
 
+TEST_P(AccessibilityConformance, ListsWindowsAndTheirChildrenDownToTheField) {
+  const auto windows = value<ObjectList>(application_, {"AXWindows", {}});
+  const ObjectRef focused = object(application_, "AXFocusedWindow");
+  EXPECT_TRUE(std::ranges::any_of(windows, [&](const ObjectRef& w) { return w->same(*focused); }));
+  for (const char* attribute : {"AXChildren", "AXVisibleChildren"}) {
+    ObjectList level{focused};
+    bool found = false;
+    for (int depth = 0; depth < 20 && !found && !level.empty(); ++depth) {
+      ObjectList next;
+      for (const ObjectRef& element : level) {
+        found = found || element->same(*field_);
+        const AttributeRead read{attribute, {}};
+        const auto answers = ax().readBriefly(element, std::span(&read, 1));
+        if (const auto* children = std::get_if<ObjectList>(&answers.at(0)))
+          next.insert(next.end(), children->begin(), children->end());
+      }
+      level = std::move(next);
+    }
+    EXPECT_TRUE(found) << attribute;
+  }
+  EXPECT_EQ(value(field_, {"AXWindows", {}}), AttributeValue());
+}
+
 TEST_P(AccessibilityConformance, ReplacesTheSelectionAndTellsOfIt) {
   std::vector<std::string> heard;
   auto observing = ax().observe(process(), [&](std::string_view name, const ObjectRef& element) {

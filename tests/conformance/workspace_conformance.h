@@ -68,4 +68,21 @@ TEST_P(WorkspaceConformance, HasOneListenerWhichCanEnd) {
   EXPECT_EQ(second, before);
 }
 
+TEST_P(WorkspaceConformance, ListsWindowsFromTheFrontToTheBack) {
+  for (const int front : {1, 0}) {
+    bringToFront(front);
+    std::vector<ScreenWindow> windows;
+    world_->waitFor("window " + std::to_string(front) + " on top", [&] {
+      windows = workspace().windows();
+      return windows.size() >= 2 && windows[0].app == world_->app(front);
+    });
+    ASSERT_GE(windows.size(), 2u);
+    EXPECT_EQ(windows[1].app, world_->app(1 - front));
+    EXPECT_NE(windows[0].id, windows[1].id);
+    EXPECT_EQ(windows[0].title, "Window " + std::to_string(front));
+    EXPECT_EQ(windows[0].frame.width, 200);
+    EXPECT_EQ(windows[0].frame.height, 100);
+  }
+}
+
 }  // namespace nimbletype::conformance

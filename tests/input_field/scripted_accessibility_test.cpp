@@ -15,16 +15,14 @@ class ScriptedWorld final : public AccessibilityWorld {
   ScriptedWorld() {
     const ObjectRef application = ax_.addApplication(process);
     ScriptedElement window;
-    window.attributes = {{"AXTitle", std::string("Untitled")}, {"AXParent", application}};
-    const ObjectRef windowRef = ax_.addElement(window);
+    window.attributes = {{"AXRole", std::string("AXWindow")}, {"AXTitle", std::string("Untitled")}};
+    const ObjectRef windowRef = ax_.addChild(application, window);
     ScriptedElement field;
-    field.attributes = {{"AXRole", std::string("AXTextArea")},
-                        {"AXParent", windowRef},
-                        {"AXFrame", TopLeftRect{100, 100, 400, 300}}};
+    field.attributes = {{"AXRole", std::string("AXTextArea")}, {"AXFrame", TopLeftRect{100, 100, 400, 300}}};
     field.textOrigin = {104, 104, 8, 16};
     field.text = text::toUtf16(fieldText);
     field.hasMarkers = true;
-    ax_.focus(process, ax_.addElement(field));
+    ax_.focus(process, ax_.addChild(windowRef, field));
     ax_.at(application).attributes["AXFocusedWindow"] = windowRef;
   }
   Accessibility& accessibility() override { return ax_; }
@@ -43,7 +41,14 @@ class ScriptedWorkspaceWorld final : public WorkspaceWorld {
  public:
   Workspace& workspace() override { return workspace_; }
   RunningApp app(int index) override { return {10 + index, "org.app" + std::to_string(index), "App", {}}; }
-  void bringToFront(int index) override { workspace_.bringToFront(app(index)); }
+  void bringToFront(int index) override {
+    const auto window = [&](int i) {
+      const auto id = static_cast<std::uint64_t>(i + 1);
+      return ScreenWindow{id, app(i), "Window " + std::to_string(i), {0, 0, 200, 100}};
+    };
+    workspace_.onScreen = {window(index), window(1 - index)};
+    workspace_.bringToFront(app(index));
+  }
   void waitFor(const std::string& what, const std::function<bool()>& condition) override {
     ASSERT_TRUE(condition()) << "waited for " << what;
   }

@@ -6,7 +6,7 @@ namespace nimbletype {
 namespace {
 
 constexpr std::uint32_t text = 61, entry = 79, comboBox = 11, paragraph = 73, documentWeb = 95, button = 43,
-                        terminal = 60, label = 29, section = 85, panel = 39;
+                        terminal = 60, label = 29, section = 85, panel = 39, toolBar = 63;
 
 AtspiStates states(std::initializer_list<unsigned> set) {
   AtspiStates result;
@@ -36,6 +36,8 @@ TEST(AtspiRoles, AreNamedAsTheCoreNamesThem) {
            Case{terminal, states({}), "AXTextArea"},
            Case{documentWeb, states({}), "AXWebArea"},
            Case{label, states({}), "AXStaticText"},
+           Case{paragraph, states({}), "AXStaticText"},
+           Case{toolBar, states({}), "AXToolbar"},
            Case{button, states({focused}), "AXButton"},
            Case{panel, states({focused}), "AXGroup"},
        })

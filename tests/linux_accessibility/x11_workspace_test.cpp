@@ -23,9 +23,9 @@ class WindowsWorld final : public WorkspaceWorld {
     workspace_ = std::make_unique<X11Workspace>();
     // The window manager gives each new window the focus, in its own time: nothing is asked of it before it
     // has.
-    windows_[0] = openWindow("mousepad\0Mousepad"s, "org.xfce.mousepad");
+    windows_[0] = openWindow("Window 0", "mousepad\0Mousepad"s, "org.xfce.mousepad");
     waitFor("the first window focused", [this] { return workspace_->frontmost() == app(0); });
-    windows_[1] = openWindow("some\0Home-made"s, "");
+    windows_[1] = openWindow("Window 1", "some\0Home-made"s, "");
     waitFor("the second window focused", [this] { return workspace_->frontmost() == app(1); });
   }
   Workspace& workspace() override { return *workspace_; }
@@ -56,11 +56,13 @@ class WindowsWorld final : public WorkspaceWorld {
                         static_cast<std::uint32_t>(value.size()), value.data());
   }
 
-  xcb_window_t openWindow(const std::string& windowClass, const std::string& gtkApplicationID) {
+  xcb_window_t openWindow(const std::string& title, const std::string& windowClass,
+                          const std::string& gtkApplicationID) {
     xcb_connection_t* c = connection_.get();
     const xcb_window_t window = xcb_generate_id(c);
     xcb_create_window(c, XCB_COPY_FROM_PARENT, window, rootWindow(c), 10, 10, 200, 100, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    text(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
     text(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, windowClass + '\0');
     if (!gtkApplicationID.empty())
       text(window, atomNamed(c, "_GTK_APPLICATION_ID"), atomNamed(c, "UTF8_STRING"), gtkApplicationID);

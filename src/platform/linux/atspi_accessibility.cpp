@@ -89,9 +89,19 @@ ObjectRef AtspiAccessibility::application(std::int64_t processID) {
 
 std::vector<AttributeValue> AtspiAccessibility::read(const ObjectRef& element,
                                                      std::span<const AttributeRead> reads) {
+  return readWithin(messagingTimeout, element, reads);
+}
+
+std::vector<AttributeValue> AtspiAccessibility::readBriefly(const ObjectRef& element,
+                                                            std::span<const AttributeRead> reads) {
+  return readWithin(briefTimeout, element, reads);
+}
+
+std::vector<AttributeValue> AtspiAccessibility::readWithin(double seconds, const ObjectRef& element,
+                                                           std::span<const AttributeRead> reads) {
   const AtspiRef object = atspiRef(element);
   if (!object || !impl_->bus().isOpen()) return std::vector<AttributeValue>(reads.size());
-  return impl_->reader().read(object, reads, Deadline::in(messagingTimeout));
+  return impl_->reader().read(object, reads, Deadline::in(seconds));
 }
 
 bool AtspiAccessibility::write(const ObjectRef& element, std::string_view attribute,

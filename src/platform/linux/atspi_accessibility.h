@@ -19,12 +19,17 @@ class AtspiAccessibility final : public Accessibility {
 
   ObjectRef application(std::int64_t processID) override;
   std::vector<AttributeValue> read(const ObjectRef& element, std::span<const AttributeRead> reads) override;
+  std::vector<AttributeValue> readBriefly(const ObjectRef& element,
+                                          std::span<const AttributeRead> reads) override;
   bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) override;
   std::optional<Task> observe(std::int64_t processID, Notification notify) override;
   std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;
   bool isTrusted() override;
 
  private:
+  std::vector<AttributeValue> readWithin(double seconds, const ObjectRef& element,
+                                         std::span<const AttributeRead> reads);
+
   class Impl;
   std::shared_ptr<Impl> impl_;  // tasks hold it weakly
 };

@@ -9,6 +9,7 @@ namespace nimbletype {
 namespace {
 
 constexpr std::uint32_t screenCoordinates = 0;
+constexpr std::int32_t mostChildren = 500;
 constexpr std::int64_t longestValue = 20'000;  // characters of an "AXValue"
 
 constexpr std::string_view boundsForRange = "AXBoundsForRange";
@@ -143,6 +144,17 @@ std::vector<AttributeValue> AtspiReader::read(const AtspiRef& element, std::span
   return values;
 }
 
+AttributeValue AtspiReader::readList(const AtspiRef& element, const AttributeRead& read,
+                                     Deadline deadline) const {
+  if (read.attribute == "AXWindows" && !element->isApplication()) return {};
+  const bool all = read.attribute == "AXChildren" || read.attribute == "AXWindows";
+  if (!all && read.attribute != "AXVisibleChildren") return {};
+  const auto children = atspi::childrenWithin(bus_, element, mostChildren, deadline);
+  if (!children) return {};
+  const auto wanted = all ? *children : atspi::shownOf(bus_, *children, deadline);
+  return ObjectList(wanted.begin(), wanted.end());
+}
+
 AttributeValue AtspiReader::readFocus(const AtspiRef& application, const AttributeRead& read,
                                       Deadline deadline) {
   AtspiRef found;
@@ -172,7 +184,9 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
   batch.wait();
   for (std::size_t i = 0; i < reads.size(); ++i) {
     if (decoders[i]) values[i] = decoders[i](batch);
-    if (element->isApplication() && !decoders[i]) values[i] = readFocus(element, reads[i], deadline);
+    if (!decoders[i]) values[i] = readList(element, reads[i], deadline);
+    const bool isAnswered = decoders[i] || values[i] != AttributeValue();
+    if (element->isApplication() && !isAnswered) values[i] = readFocus(element, reads[i], deadline);
   }
   if (!position) return;
   position_ = position->finish(bus_, deadline);

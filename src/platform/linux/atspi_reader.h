@@ -30,6 +30,7 @@ class AtspiReader {
   void readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                   Values& values);
   Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
+  AttributeValue readList(const AtspiRef& element, const AttributeRead& read, Deadline deadline) const;
   AttributeValue readFocus(const AtspiRef& application, const AttributeRead& read, Deadline deadline);
   bool needsPosition(const AtspiRef& element, std::span<const AttributeRead> reads) const;
 

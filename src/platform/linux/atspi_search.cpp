@@ -119,6 +119,28 @@ std::vector<AtspiRef> objectsOf(GVariant* reply) {
   return objects;
 }
 
+std::optional<std::vector<AtspiRef>> childrenWithin(AtspiBus& bus, const AtspiRef& parent, std::int32_t most,
+                                                    Deadline deadline) {
+  DBusBatch batch(bus.connection(), deadline);
+  const auto asked = batch.property(parent->bus(), parent->path(), accessible, "ChildCount");
+  batch.wait();
+  GVariant* count = batch.reply(asked);
+  if (!count || !g_variant_is_of_type(count, G_VARIANT_TYPE_INT32)) return std::nullopt;
+  if (g_variant_get_int32(count) > most) return std::nullopt;
+  if (g_variant_get_int32(count) == 0) return std::vector<AtspiRef>();
+  return childrenOf(bus, {parent}, deadline);
+}
+
+std::vector<AtspiRef> shownOf(AtspiBus& bus, const std::vector<AtspiRef>& objects, Deadline deadline) {
+  DBusBatch batch(bus.connection(), deadline);
+  for (const auto& o : objects) batch.call({o->bus(), o->path(), accessible, "GetState", nullptr});
+  batch.wait();
+  std::vector<AtspiRef> shown;
+  for (std::size_t i = 0; i < objects.size(); ++i)
+    if (statesOf(batch.reply(i)).has(atspi_state::showing)) shown.push_back(objects[i]);
+  return shown;
+}
+
 std::vector<AtspiRef> windowsOf(AtspiBus& bus, const std::string& application, Deadline deadline) {
   return childrenOf(bus, {std::make_shared<AtspiObject>(application, AtspiObject::rootPath)}, deadline);
 }

@@ -1,5 +1,7 @@
 #pragma once
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/linux/atspi_bus.h"
 #include "platform/linux/atspi_roles.h"
@@ -18,6 +20,12 @@ AtspiStates statesOf(GVariant* reply);
 // A (bus name, path) pair; none for the null object.
 AtspiRef objectOf(GVariant* pair);
 std::vector<AtspiRef> objectsOf(GVariant* reply);
+
+// The children, unless there are more than `most`: spreadsheets have billions.
+std::optional<std::vector<AtspiRef>> childrenWithin(AtspiBus& bus, const AtspiRef& parent, std::int32_t most,
+                                                    Deadline deadline);
+// Those that are on screen.
+std::vector<AtspiRef> shownOf(AtspiBus& bus, const std::vector<AtspiRef>& objects, Deadline deadline);
 
 // The top-level windows of an application.
 std::vector<AtspiRef> windowsOf(AtspiBus& bus, const std::string& application, Deadline deadline);

@@ -8,6 +8,7 @@
 
 #include "platform/linux/desktop_entries.h"
 #include "platform/linux/xcb_source.h"
+#include "text/text.h"
 
 namespace nimbletype {
 namespace {
@@ -40,6 +41,8 @@ class X11Workspace::Impl {
     if (!connection_) return;
     activeWindow_ = atomNamed(connection(), "_NET_ACTIVE_WINDOW");
     processID_ = atomNamed(connection(), "_NET_WM_PID");
+    stacking_ = atomNamed(connection(), "_NET_CLIENT_LIST_STACKING");
+    title_ = atomNamed(connection(), "_NET_WM_NAME");
     gtkApplicationID_ = atomNamed(connection(), "_GTK_APPLICATION_ID");
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection(), rootWindow(connection()), XCB_CW_EVENT_MASK, &events);
@@ -50,6 +53,18 @@ class X11Workspace::Impl {
     if (!connection_) return std::nullopt;
     const auto window = number(rootWindow(connection()), activeWindow_, XCB_ATOM_WINDOW);
     return window && *window != XCB_WINDOW_NONE ? appOf(*window) : std::nullopt;
+  }
+
+  // The window manager lists them from the bottom up.
+  std::vector<ScreenWindow> windows() {
+    std::vector<ScreenWindow> found;
+    if (!connection_) return found;
+    const auto list = property(ask(rootWindow(connection()), stacking_, XCB_ATOM_WINDOW));
+    if (!list || list->format != 32) return found;
+    const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(list.get()));
+    for (std::uint32_t i = list->value_len; i-- > 0;)
+      if (auto window = describe(first[i])) found.push_back(std::move(*window));
+    return found;
   }
 
   void listen(std::function<void()> changed) {
@@ -100,6 +115,27 @@ class X11Workspace::Impl {
                       {},       entry.isTerminal, static_cast<pid_t>(*process) == getpid()};
   }
 
+  std::optional<ScreenWindow> describe(xcb_window_t window) {
+    const auto askedState = xcb_get_window_attributes(connection(), window);
+    const auto askedSize = xcb_get_geometry(connection(), window);
+    const auto askedPlace = xcb_translate_coordinates(connection(), window, rootWindow(connection()), 0, 0);
+    const auto askedTitle = ask(window, title_, XCB_ATOM_ANY);
+    const auto askedName = ask(window, XCB_ATOM_WM_NAME, XCB_ATOM_ANY);
+    using Attributes = XcbReply<xcb_get_window_attributes_reply_t>;
+    const Attributes state(xcb_get_window_attributes_reply(connection(), askedState, nullptr));
+    const XcbReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection(), askedSize, nullptr));
+    using Place = XcbReply<xcb_translate_coordinates_reply_t>;
+    const Place place(xcb_translate_coordinates_reply(connection(), askedPlace, nullptr));
+    const auto title = property(askedTitle), name = property(askedName);
+    if (!state || state->map_state != XCB_MAP_STATE_VIEWABLE || !size || !place) return std::nullopt;
+    auto app = appOf(window);
+    if (!app) return std::nullopt;
+    const std::string_view shown = bytesOf(title).empty() ? bytesOf(name) : bytesOf(title);
+    return ScreenWindow{window, std::move(*app), text::repaired(shown),
+                        TopLeftRect{static_cast<double>(place->dst_x), static_cast<double>(place->dst_y),
+                                    static_cast<double>(size->width), static_cast<double>(size->height)}};
+  }
+
   void handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
     const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
@@ -112,7 +148,8 @@ class X11Workspace::Impl {
   }
 
   XcbConnection connection_;
-  xcb_atom_t activeWindow_ = XCB_ATOM_NONE, processID_ = XCB_ATOM_NONE, gtkApplicationID_ = XCB_ATOM_NONE;
+  xcb_atom_t activeWindow_ = XCB_ATOM_NONE, processID_ = XCB_ATOM_NONE, gtkApplicationID_ = XCB_ATOM_NONE,
+             stacking_ = XCB_ATOM_NONE, title_ = XCB_ATOM_NONE;
   DesktopEntries entries_;
   std::function<void()> changed_;
   std::optional<RunningApp> last_;
@@ -127,6 +164,9 @@ std::optional<RunningApp> X11Workspace::frontmost() {
 }
 void X11Workspace::onFrontmostChanged(std::function<void()> changed) {
   impl_->listen(std::move(changed));
+}
+std::vector<ScreenWindow> X11Workspace::windows() {
+  return impl_->windows();
 }
 
 }  // namespace nimbletype

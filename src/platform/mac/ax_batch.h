@@ -14,7 +14,7 @@ namespace nimbletype {
 // it, and once it is spent nothing more is sent. The element has its full time-out back when the batch ends.
 class AXBatch {
  public:
-  explicit AXBatch(AXUIElementRef element);
+  explicit AXBatch(AXUIElementRef element, double seconds = Accessibility::messagingTimeout);
   ~AXBatch();
   AXBatch(const AXBatch&) = delete;
   AXBatch& operator=(const AXBatch&) = delete;

@@ -35,10 +35,10 @@ struct ToParameter {
 
 }  // namespace
 
-AXBatch::AXBatch(AXUIElementRef element)
+AXBatch::AXBatch(AXUIElementRef element, double seconds)
     : element_(element),
-      end_(std::chrono::steady_clock::now() + std::chrono::duration_cast<std::chrono::steady_clock::duration>(
-                                                  Seconds(Accessibility::messagingTimeout))) {}
+      end_(std::chrono::steady_clock::now() +
+           std::chrono::duration_cast<std::chrono::steady_clock::duration>(Seconds(seconds))) {}
 
 AXBatch::~AXBatch() {
   AXUIElementSetMessagingTimeout(element_, Accessibility::messagingTimeout);

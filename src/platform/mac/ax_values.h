@@ -6,7 +6,7 @@ namespace nimbletype {
 
 // What Accessibility answered, as the port's value; an error, or a type that the port does not know, is
 // absent. A point is a rectangle without size, a size a rectangle at the origin, an attributed string its
-// text, a URL its address.
+// text, a URL its address, an array its elements.
 AttributeValue attributeValue(CFTypeRef value);
 
 // The rectangle of a position and a size; absent unless both are there.

@@ -41,9 +41,22 @@ T* dictionaryEntry(NSDictionary* dictionary, CFStringRef key, Class type) {
   return [entry isKindOfClass:type] ? entry : nil;
 }
 
+constexpr CFIndex mostElements = 500;
+
+AttributeValue elementsIn(CFArrayRef array) {
+  if (CFArrayGetCount(array) > mostElements) return {};
+  ObjectList elements;
+  for (CFIndex i = 0; i < CFArrayGetCount(array); ++i) {
+    const CFTypeRef entry = CFArrayGetValueAtIndex(array, i);
+    if (CFGetTypeID(entry) == AXUIElementGetTypeID()) elements.push_back(wrapped(entry));
+  }
+  return elements;
+}
+
 struct ToAccessibility {
   CFRef<CFTypeRef> operator()(std::monostate) const { return {}; }
   CFRef<CFTypeRef> operator()(const TextFont&) const { return {}; }
+  CFRef<CFTypeRef> operator()(const ObjectList&) const { return {}; }
   CFRef<CFTypeRef> operator()(bool value) const {
     return CFRef<CFTypeRef>::retain(value ? kCFBooleanTrue : kCFBooleanFalse);
   }
@@ -78,6 +91,7 @@ AttributeValue attributeValue(CFTypeRef value) {
   if (type == AXUIElementGetTypeID() || type == AXTextMarkerGetTypeID() ||
       type == AXTextMarkerRangeGetTypeID())
     return wrapped(value);
+  if (type == CFArrayGetTypeID()) return elementsIn(static_cast<CFArrayRef>(value));
   return {};
 }
 

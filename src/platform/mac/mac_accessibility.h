@@ -14,6 +14,8 @@ class MacAccessibility final : public Accessibility {
   MacAccessibility();
   ObjectRef application(std::int64_t processID) override;
   std::vector<AttributeValue> read(const ObjectRef& element, std::span<const AttributeRead> reads) override;
+  std::vector<AttributeValue> readBriefly(const ObjectRef& element,
+                                          std::span<const AttributeRead> reads) override;
   bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) override;
   [[nodiscard]] std::optional<Task> observe(std::int64_t processID, Notification notify) override;
   [[nodiscard]] std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;

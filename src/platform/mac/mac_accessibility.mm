@@ -30,6 +30,14 @@ std::vector<AttributeValue> MacAccessibility::read(const ObjectRef& element,
   }
 }
 
+std::vector<AttributeValue> MacAccessibility::readBriefly(const ObjectRef& element,
+                                                          std::span<const AttributeRead> reads) {
+  @autoreleasepool {
+    const AXUIElementRef target = elementOf(element);
+    return target ? AXBatch(target, briefTimeout).read(reads) : std::vector<AttributeValue>(reads.size());
+  }
+}
+
 bool MacAccessibility::write(const ObjectRef& element, std::string_view attribute,
                              const AttributeValue& value) {
   @autoreleasepool {

@@ -14,6 +14,7 @@ class MacWorkspace final : public Workspace {
 
   std::optional<RunningApp> frontmost() override;
   void onFrontmostChanged(std::function<void()> changed) override;
+  std::vector<ScreenWindow> windows() override;
 
  private:
   id<NSObject> registration_ = nil;

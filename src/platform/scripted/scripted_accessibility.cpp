@@ -72,6 +72,18 @@ ObjectRef ScriptedAccessibility::addApplication(std::int64_t processID) {
   return applications_[processID] = addElement(std::move(element));
 }
 
+ObjectRef ScriptedAccessibility::addChild(const ObjectRef& parent, ScriptedElement element) {
+  element.attributes["AXParent"] = parent;
+  const bool isWindow = element.attributes["AXRole"] == AttributeValue(std::string("AXWindow"));
+  const ObjectRef child = addElement(std::move(element));
+  for (const char* name : {"AXChildren", isWindow ? "AXWindows" : "AXVisibleChildren"}) {
+    AttributeValue& list = at(parent).attributes[name];
+    if (!std::holds_alternative<ObjectList>(list)) list = ObjectList();
+    std::get<ObjectList>(list).push_back(child);
+  }
+  return child;
+}
+
 ScriptedElement& ScriptedAccessibility::at(const ObjectRef& element) {
   return elements_.at(element->hash());
 }
@@ -119,13 +131,23 @@ ObjectRef ScriptedAccessibility::application(std::int64_t processID) {
 
 std::vector<AttributeValue> ScriptedAccessibility::read(const ObjectRef& element,
                                                         std::span<const AttributeRead> reads) {
+  return readWithin(messagingTimeout, element, reads);
+}
+
+std::vector<AttributeValue> ScriptedAccessibility::readBriefly(const ObjectRef& element,
+                                                               std::span<const AttributeRead> reads) {
+  return readWithin(briefTimeout, element, reads);
+}
+
+std::vector<AttributeValue> ScriptedAccessibility::readWithin(double seconds, const ObjectRef& element,
+                                                              std::span<const AttributeRead> reads) {
   ++batches;
   if (beforeRead) beforeRead(element);
   std::vector<AttributeValue> values(reads.size());
   for (const auto& read : reads)
     if (asksForText(read)) askedTexts.push_back({element, read});
   if (hangs) {
-    secondsLost += messagingTimeout;
+    secondsLost += seconds;
     return values;
   }
   for (std::size_t i = 0; i < reads.size(); ++i) values[i] = answer(element, reads[i]);

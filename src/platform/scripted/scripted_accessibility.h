@@ -49,6 +49,8 @@ class ScriptedAccessibility : public Accessibility {
 
   ObjectRef addApplication(std::int64_t processID);
   ObjectRef addElement(ScriptedElement element);
+  // Makes the element the last of its parent's children; none are told unless asked for.
+  ObjectRef addChild(const ObjectRef& parent, ScriptedElement element);
   ScriptedElement& at(const ObjectRef& element);
   // The element is gone: whatever is asked of it is absent from now on.
   void remove(const ObjectRef& element);
@@ -59,6 +61,8 @@ class ScriptedAccessibility : public Accessibility {
 
   ObjectRef application(std::int64_t processID) override;
   std::vector<AttributeValue> read(const ObjectRef& element, std::span<const AttributeRead> reads) override;
+  std::vector<AttributeValue> readBriefly(const ObjectRef& element,
+                                          std::span<const AttributeRead> reads) override;
   bool write(const ObjectRef& element, std::string_view attribute, const AttributeValue& value) override;
   std::optional<Task> observe(std::int64_t processID, Notification notify) override;
   std::optional<Task> watch(std::int64_t processID, const ObjectRef& element) override;
@@ -101,6 +105,8 @@ class ScriptedAccessibility : public Accessibility {
     bool isWatching(std::int64_t process, const ObjectRef& element) const;
   };
   AttributeValue answer(const ObjectRef& ref, const AttributeRead& read);
+  std::vector<AttributeValue> readWithin(double seconds, const ObjectRef& element,
+                                         std::span<const AttributeRead> reads);
   void replaceSelection(const ObjectRef& ref, const std::string& text);
 
   MainLoop& loop_;

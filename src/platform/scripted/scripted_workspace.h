@@ -10,7 +10,13 @@ class ScriptedWorkspace : public Workspace {
  public:
   std::optional<RunningApp> frontmost() override { return app_; }
   void onFrontmostChanged(std::function<void()> changed) override { changed_ = std::move(changed); }
+  std::vector<ScreenWindow> windows() override {
+    ++timesListed;
+    return onScreen;
+  }
 
+  std::vector<ScreenWindow> onScreen;  // front to back
+  int timesListed = 0;
   void bringToFront(std::optional<RunningApp> app);
 
  private:
