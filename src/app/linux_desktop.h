@@ -9,6 +9,7 @@
 #include "platform/linux/linux_permissions.h"
 #include "platform/linux/secret_service_store.h"
 #include "platform/linux/stderr_log.h"
+#include "platform/linux/tesseract_screen_reader.h"
 #include "platform/linux/upower_source.h"
 #include "platform/linux/utility_work.h"
 #include "platform/linux/x11_pasteboard.h"
@@ -55,6 +56,7 @@ class LinuxDesktop {
   AbsentOnDeviceModel onDevice_;
   UtilityWork background_;
   LinuxDiskSpace disk_;
+  TesseractScreenReader screenReader_;
   std::optional<std::string> modelFile_;
 };
 

@@ -5,6 +5,7 @@
 #include "core/app/app_model.h"
 #include "platform/mac/mac_accessibility.h"
 #include "platform/mac/mac_background_work.h"
+#include "platform/mac/mac_clipboard_text.h"
 #include "platform/mac/mac_defaults_store.h"
 #include "platform/mac/mac_disk_space.h"
 #include "platform/mac/mac_event_poster.h"
@@ -19,6 +20,7 @@
 #include "platform/mac/mac_pasteboard.h"
 #include "platform/mac/mac_permissions.h"
 #include "platform/mac/mac_power_source.h"
+#include "platform/mac/mac_screen_reader.h"
 #include "platform/mac/mac_screens.h"
 #include "platform/mac/mac_secret_store.h"
 #include "platform/mac/mac_secure_input.h"
@@ -81,6 +83,8 @@ class Application {
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;
+  MacScreenReader screenReader_;
+  MacClipboardText clipboardText_;
   AppModel model_{{.loop = loop_,
                    .log = log_,
                    .accessibility = accessibility_,
@@ -103,6 +107,8 @@ class Application {
                    .onDevice = onDevice_,
                    .background = background_,
                    .disk = disk_,
+                   .screenReader = screenReader_,
+                   .clipboardText = &clipboardText_,
                    .dataFolder = utf8String(dataFolder().path),
                    .modelFile = modelPath(),
                    .user = currentUser()}};

@@ -10,6 +10,10 @@ std::vector<AttributeValue> AXElement::read(const std::vector<AttributeRead>& re
   return ref_ ? accessibility_->read(ref_, reads) : std::vector<AttributeValue>(reads.size());
 }
 
+std::vector<AttributeValue> AXElement::readBriefly(const std::vector<AttributeRead>& reads) const {
+  return ref_ ? accessibility_->readBriefly(ref_, reads) : std::vector<AttributeValue>(reads.size());
+}
+
 AttributeValue AXElement::value(AttributeRead one) const {
   return read(std::vector<AttributeRead>{std::move(one)}).front();
 }

@@ -28,6 +28,8 @@ class AXElement {
 
   // All at once, one value for each read.
   std::vector<AttributeValue> read(const std::vector<AttributeRead>& reads) const;
+  // The same for what nobody waits for.
+  std::vector<AttributeValue> readBriefly(const std::vector<AttributeRead>& reads) const;
   AttributeValue value(AttributeRead read) const;
 
   std::optional<std::string> string(const char* attribute) const;

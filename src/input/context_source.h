@@ -10,6 +10,8 @@ class ContextSource {
  public:
   virtual ~ContextSource() = default;
   virtual PromptContext gather(const FieldSnapshot& snapshot) = 0;
+  // The user went to another field, window or application: what is there may be asked for soon.
+  virtual void focusMoved() {}
 };
 
 }  // namespace nimbletype

@@ -76,7 +76,9 @@ class Accessibility {
                                            std::span<const AttributeRead> reads) = 0;
   // The same within `briefTimeout`, for what nobody waits for.
   virtual std::vector<AttributeValue> readBriefly(const ObjectRef& element,
-                                                  std::span<const AttributeRead> reads) = 0;
+                                                  std::span<const AttributeRead> reads) {
+    return read(element, reads);
+  }
 
   // Writes an attribute, such as "AXSelectedText", "AXSelectedTextRange" or "AXManualAccessibility"; false
   // when the element refused.

@@ -1,5 +1,6 @@
 #include "core/app/app_model.h"
 
+#include "core/rules/built_in_lists.h"
 #include "engines/engine_set.h"
 #include "input/key_combo_display.h"
 
@@ -22,13 +23,16 @@ AppModel::AppModel(Ports ports)
       typo_(ports_.spellChecker),
       power_(ports_.power, ports_.loop),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
-      context_(ports_.loop, ports_.user),
+      context_({ports_.loop, ports_.accessibility, ports_.workspace, ports_.screens, ports_.secureInput,
+                ports_.screenReader, ports_.clipboardText},
+               prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, ports_.screens, ports_.secureInput,
                power_, ports_.log}),
       keys_(keyTap_, engine_, prefs_),
       permissions_(ports_.permissions, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
+  context_.onChange([this] { engine_.contextChanged(); });
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
   };
@@ -37,6 +41,13 @@ AppModel::AppModel(Ports ports)
     if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
   });
   hintLabel_ = prefs_.acceptWordKey.observe(showHintLabel);
+}
+
+// Neither terminals nor password managers. Where the user wants no suggestions at all, nothing is read for
+// those elsewhere either.
+bool AppModel::mayLookInto(const RunningApp& app) const {
+  if (app.isOurs || app.isTerminal || isOffByDefault(app.bundleID)) return false;
+  return rules_.rule(appRuleKey(app.bundleID)).mode != RuleMode::off;
 }
 
 bool AppModel::start() {

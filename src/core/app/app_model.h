@@ -19,6 +19,7 @@
 #include "input/typo_checker.h"
 #include "overlay/ghost_panel.h"
 #include "platform/background_work.h"
+#include "platform/clipboard_text.h"
 #include "platform/defaults_store.h"
 #include "platform/disk_space.h"
 #include "platform/event_poster.h"
@@ -28,6 +29,7 @@
 #include "platform/http_downloads.h"
 #include "platform/on_device_model.h"
 #include "platform/pasteboard.h"
+#include "platform/screen_reader.h"
 #include "platform/secret_store.h"
 #include "platform/workspace.h"
 
@@ -57,6 +59,8 @@ struct Ports {
   OnDeviceModel& onDevice;
   BackgroundWork& background;
   DiskSpace& disk;
+  ScreenReader& screenReader;
+  ClipboardText* clipboardText = nullptr;  // none where it cannot be told what was copied
   std::filesystem::path dataFolder;
   std::optional<std::string> modelFile;  // used as it is, instead of the downloaded one
   UserIdentity user;
@@ -87,6 +91,8 @@ class AppModel {
   ModelStore& modelStore() { return modelStore_; }
 
  private:
+  bool mayLookInto(const RunningApp& app) const;
+
   Ports ports_;
   TextInjector injector_;
   AXFieldSource fieldSource_;

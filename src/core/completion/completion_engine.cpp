@@ -54,7 +54,10 @@ CompletionEngine::CompletionEngine(const Services& services)
 
 void CompletionEngine::setSource(FieldSource& source) {
   source_ = &source;
-  source_->onChange([this](Change) { sourceChanged(); });
+  source_->onChange([this](Change change) {
+    if (change != Change::value) s_.context.focusMoved();
+    sourceChanged();
+  });
 }
 
 void CompletionEngine::sourceChanged() {
