@@ -24,7 +24,7 @@ std::string LookedAt::key() const {
 }
 
 SurroundingsReader::SurroundingsReader(Desktop desktop, MayRead mayRead)
-    : desktop_(desktop), mayRead_(std::move(mayRead)), reader_(desktop.accessibility, desktop.loop) {}
+    : desktop_(desktop), mayRead_(std::move(mayRead)), reader_(desktop.loop) {}
 
 bool SurroundingsReader::mayRead(const ScreenWindow& window) const {
   return mayRead_(window.app) && !isPrivateTitle(window.title) && !isSilent(window.app.processID);

@@ -24,15 +24,13 @@ class WindowTextReader {
   static constexpr Milliseconds longest{1500}, slice{4}, pause{8};
   static constexpr std::size_t mostBytes = 24'000;
 
-  WindowTextReader(Accessibility& accessibility, MainLoop& loop)
-      : accessibility_(accessibility), loop_(loop) {}
+  explicit WindowTextReader(MainLoop& loop) : loop_(loop) {}
 
   // What is found within the limits is told in a later turn. `field` is the element with the focus, if any.
   using Done = std::function<void(WindowReading)>;
   [[nodiscard]] Task read(const AXElement& window, const AXElement& field, Done done);
 
  private:
-  Accessibility& accessibility_;
   MainLoop& loop_;
 };
 
