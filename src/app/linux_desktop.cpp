@@ -25,15 +25,19 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       onDevice_(loop_),
       background_(loop_),
       screenReader_(background_),
+      clipboardText_([this] { return pasteboard_.isOurs(); }),
       modelFile_(std::move(modelFile)) {}
 
 Ports LinuxDesktop::ports() {
-  return {loop_,         log_,          accessibility_, workspace_,   eventTap_,
-          eventPoster_,  pasteboard_,   secureInput_,   screens_,     fontMetrics_,
-          ghostSurface_, power_,        spellChecker_,  permissions_, defaults_,
-          rulesFile_,    http_,         downloads_,     secrets_,     onDevice_,
-          background_,   disk_,         screenReader_,  nullptr, dataFolder(),
-          modelFile_,    {userFullName(), {}, {}}};
+  return {loop_,         log_,          accessibility_,
+          workspace_,    eventTap_,     eventPoster_,
+          pasteboard_,   secureInput_,  screens_,
+          fontMetrics_,  ghostSurface_, power_,
+          spellChecker_, permissions_,  defaults_,
+          rulesFile_,    http_,         downloads_,
+          secrets_,      onDevice_,     background_,
+          disk_,         screenReader_, &clipboardText_,
+          dataFolder(),  modelFile_,    {userFullName(), {}, {}}};
 }
 
 }  // namespace nimbletype

@@ -12,6 +12,7 @@
 #include "platform/linux/tesseract_screen_reader.h"
 #include "platform/linux/upower_source.h"
 #include "platform/linux/utility_work.h"
+#include "platform/linux/x11_clipboard_text.h"
 #include "platform/linux/x11_pasteboard.h"
 #include "platform/linux/x11_secure_input.h"
 #include "platform/linux/x11_workspace.h"
@@ -57,6 +58,7 @@ class LinuxDesktop {
   UtilityWork background_;
   LinuxDiskSpace disk_;
   TesseractScreenReader screenReader_;
+  X11ClipboardText clipboardText_;
   std::optional<std::string> modelFile_;
 };
 

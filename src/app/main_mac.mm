@@ -84,7 +84,7 @@ class Application {
   MacBackgroundWork background_;
   MacDiskSpace disk_;
   MacScreenReader screenReader_;
-  MacClipboardText clipboardText_;
+  MacClipboardText clipboardText_{[this] { return pasteboard_.isOurs(); }};
   AppModel model_{{.loop = loop_,
                    .log = log_,
                    .accessibility = accessibility_,

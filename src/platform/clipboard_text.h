@@ -22,7 +22,8 @@ class ClipboardText {
   virtual ~ClipboardText() = default;
   // Cheap enough to be asked every second.
   virtual ClipboardState state() = 0;
-  // Tells the plain text in a later turn; none when there is none or its owner does not answer.
+  // Tells the plain text in a later turn; none when there is none. An owner that does not
+  // answer is waited for; another reading replaces this one.
   using Handler = std::function<void(std::optional<std::string>)>;
   [[nodiscard]] virtual Task read(Handler done) = 0;
 };
