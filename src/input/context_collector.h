@@ -21,6 +21,15 @@ struct UserIdentity {
   std::string timeZone;
 };
 
+// The window in front and what is known of it.
+struct WindowInFront {
+  LookedAt place;
+  std::vector<PlacedText> lines, ofField;
+  std::optional<MonotonicTime> readAt;
+  bool wasPictured = false, isReading = false;
+  std::vector<std::vector<PlacedText>> beside;
+};
+
 // Gathers what surrounds the field being written in: the text of its window, of windows beside it and of
 // those looked at just before, and what was copied. Windows are read in the background when the focus moves,
 // and again for a prompt after a while; `gather` hands over what is there by then. Only what the settings
@@ -69,22 +78,13 @@ class ContextCollector : public ContextSource {
   void noticeWindow(const FieldSnapshot& snapshot);
   bool isAbout(const FieldSnapshot& snapshot) const;
 
-  // The window in front and what is known of it.
-  struct Current {
-    LookedAt place;
-    std::vector<PlacedText> lines, ofField;
-    std::optional<MonotonicTime> readAt;
-    bool wasPictured = false, isReading = false;
-    std::vector<std::vector<PlacedText>> beside;
-  };
-
   Desktop desktop_;
   const Preferences& prefs_;
   UserIdentity user_;
   SurroundingsReader reader_;
   std::optional<ClipboardWatch> clipboard_;
   WindowMemory memory_;
-  std::optional<Current> current_;
+  std::optional<WindowInFront> current_;
   std::function<void()> changed_;
   bool hasMoved_ = true;                                 // since the window in front was looked up
   std::optional<std::optional<std::string>> titleThen_;  // as the first snapshot after that told it

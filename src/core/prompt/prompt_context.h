@@ -10,7 +10,7 @@ struct PromptContext {
   std::string windowTitle;
   std::string domain;
   std::string clipboard;
-  std::string screenText;  // lines closest to the caret last
+  std::string screenText;  // the lines closest to the caret, in reading order
   std::string nearbyText;
   std::string aboutWriter;
   std::vector<std::string> examples;
