@@ -22,9 +22,13 @@ class RunningBus {
                              "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>";
     daemon_ = std::make_unique<DesktopProgram>(
         std::vector<std::string>{"dbus-daemon", "--nofork", "--config-file=" + config});
-    if (!runUntil([&] { return std::filesystem::exists(socket); })) return;
     setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + socket).c_str(), 1);
-    connection_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    // The socket is there a moment before anybody listens at it.
+    runUntil([&] {
+      if (std::filesystem::exists(socket))
+        connection_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+      return connection_ != nullptr;
+    });
     // The bus ends before this program does.
     if (connection_) g_dbus_connection_set_exit_on_close(connection_.get(), FALSE);
   }
