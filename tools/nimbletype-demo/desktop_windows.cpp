@@ -74,7 +74,24 @@ void DesktopWindows::setFontResolution(int dotsPerInch) const {
   syncWithServer(connection());
 }
 
+// A maximized window keeps its size.
+void DesktopWindows::unmaximize(xcb_window_t window) const {
+  xcb_client_message_event_t request{};
+  request.response_type = XCB_CLIENT_MESSAGE;
+  request.format = 32;
+  request.window = window;
+  request.type = atomNamed(connection(), "_NET_WM_STATE");
+  constexpr std::uint32_t remove = 0;
+  request.data.data32[0] = remove;
+  request.data.data32[1] = atomNamed(connection(), "_NET_WM_STATE_MAXIMIZED_HORZ");
+  request.data.data32[2] = atomNamed(connection(), "_NET_WM_STATE_MAXIMIZED_VERT");
+  constexpr std::uint32_t listeners =
+      XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  xcb_send_event(connection(), 0, root(), listeners, reinterpret_cast<const char*>(&request));
+}
+
 void DesktopWindows::resize(xcb_window_t window, QSize size) const {
+  unmaximize(window);
   const std::uint32_t values[] = {static_cast<std::uint32_t>(size.width()),
                                   static_cast<std::uint32_t>(size.height())};
   xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);

@@ -35,6 +35,7 @@ class DesktopWindows {
  private:
   template <typename Use>
   void withProperty(xcb_window_t window, xcb_atom_t name, Use use) const;
+  void unmaximize(xcb_window_t window) const;
 
   XcbConnection connection_;
   xcb_atom_t clientList_ = XCB_ATOM_NONE, processID_ = XCB_ATOM_NONE;

@@ -1,95 +1,84 @@
 #include "tools/nimbletype-demo/editor.h"
 
-#include <fstream>
-
 #include "tools/nimbletype-demo/waiting.h"
 
 namespace nimbletype {
 namespace {
 
-// The title need not tell of a scratch folder.
-constexpr const char* mousepadSettings = "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n";
 // Wide enough for a sentence, small enough to be read in a page's picture.
-constexpr QSize windowSize(760, 200);
-constexpr const char* page =
-    "<!doctype html><title>letter</title><body style='margin:8px'><textarea autofocus spellcheck=false "
-    "style='width:95vw;height:85vh;font:15px DejaVu Sans'></textarea>";
+constexpr QSize windowSize(760, 200), pageWindowSize(900, 600);
 
-std::vector<std::string> commandOf(const std::string& program, const std::string& file) {
-  if (program == "mousepad") return {program, "--disable-server", file};
-  if (program == "featherpad") return {program, "--standalone", file};
-  // Its sandbox and root exclude each other.
-  if (program == "chromium")
-    return {program,
-            "--no-sandbox",
-            "--no-first-run",
-            "--disable-gpu",
-            "--password-store=basic",
-            "--app=file://" + file + ".html",
-            "--user-data-dir=" + file + ".profile"};
-  throw GaveUp("knows mousepad, featherpad and chromium, not " + program);
-}
-
-ChildProcess::Start startOf(const std::string& program, const std::filesystem::path& folder) {
-  const std::string home = folder / "editor-home";
-  const std::filesystem::path settings = home + "/.config/glib-2.0/settings";
-  std::filesystem::create_directories(settings);
-  std::ofstream(settings / "keyfile") << mousepadSettings;
-  std::ofstream(folder / "letter.txt").flush();
-  std::ofstream(folder / "letter.txt.html") << page;
-  return {commandOf(program, folder / "letter.txt"),
-          {{"HOME", home},
-           {"XDG_CONFIG_HOME", home + "/.config"},
-           {"XDG_DATA_HOME", home + "/.local/share"},
-           {"XDG_CACHE_HOME", home + "/.cache"},
-           {"GSETTINGS_BACKEND", "keyfile"}},
-          folder / "editor.log"};
+EditorProgram knownProgram(const std::string& name) {
+  if (auto found = editorProgram(name)) return *found;
+  std::string names;
+  for (const std::string& each : editorNames()) names += " " + each;
+  throw GaveUp("knows these fields:" + names + "; not " + name);
 }
 
 }  // namespace
 
-Editor::Editor(const std::string& program, const std::filesystem::path& folder, const DesktopWindows& windows)
-    : windows_(windows), program_(program), process_(startOf(program, folder)) {
+Editor::Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows)
+    : windows_(windows), program_(knownProgram(name)), process_(startOf(program_, folder)) {
   awaitWindow();
-  waitFor("a focused text field in " + program, [this] {
-    field_ = focusedField();
-    return field_ != nullptr;
-  });
+  waitFor("a focused text field in " + name, [this] { return findField(); });
 }
 
 void Editor::awaitWindow() {
-  waitFor("the window of " + program_, [this] {
-    if (!process_.isRunning()) throw GaveUp(program_ + " ended; is it installed?");
+  waitFor("the window of " + program_.name, [this] {
+    if (!process_.isRunning()) throw GaveUp(program_.program + " ended; is it installed?");
     const auto found = windows_.windowOf(static_cast<std::uint32_t>(processID()));
     window_ = found.value_or(XCB_WINDOW_NONE);
     return found.has_value();
   });
-  windows_.resize(window_, windowSize);
-  waitFor("the new size of " + program_, [this] {
+  resize(program_.name == "writer" ? pageWindowSize : windowSize);
+}
+
+void Editor::resize(QSize size) {
+  windows_.resize(window_, size);
+  waitFor("the new size of " + program_.name, [&] {
     const auto place = windows_.placeOf(window_);
-    return place && place->width() == windowSize.width();  // some need more height
+    return place && place->width() == size.width();  // some need more height
   });
+}
+
+AttributeValue Editor::read(const ObjectRef& element, AttributeRead read) {
+  return accessibility_.read(element, std::span(&read, 1)).at(0);
 }
 
 ObjectRef Editor::focusedField() {
   const ObjectRef application = accessibility_.application(processID());
   if (!application) return nullptr;
-  if (program_ == "chromium") accessibility_.write(application, "AXManualAccessibility", true);
-  const AttributeRead focus{"AXFocusedUIElement", {}};
-  const auto found = accessibility_.read(application, std::span(&focus, 1)).at(0);
+  if (program_.hasPages) accessibility_.write(application, "AXManualAccessibility", true);
+  const auto found = read(application, {"AXFocusedUIElement", {}});
   const auto* field = std::get_if<ObjectRef>(&found);
   if (!field || !*field) return nullptr;
-  const AttributeRead role{"AXRole", {}};
-  const auto value = accessibility_.read(*field, std::span(&role, 1)).at(0);
-  const auto* name = std::get_if<std::string>(&value);
-  return name && *name == "AXTextArea" ? *field : nullptr;
+  const auto role = read(*field, {"AXRole", {}});
+  return role == AttributeValue(program_.role) ? *field : nullptr;
+}
+
+bool Editor::findField() {
+  if (ObjectRef found = focusedField()) field_ = std::move(found);
+  return field_ != nullptr;
 }
 
 std::string Editor::text() {
-  const AttributeRead read{"AXValue", {}};
-  const auto value = accessibility_.read(field_, std::span(&read, 1)).at(0);
+  const auto value = read(field_, {"AXValue", {}});
   const auto* text = std::get_if<std::string>(&value);
   return text ? *text : std::string();
+}
+
+std::optional<TopLeftRect> Editor::caret() {
+  const auto selection = read(field_, {"AXSelectedTextRange", {}});
+  const auto* at = std::get_if<TextRange>(&selection);
+  if (!at) return std::nullopt;
+  const auto boxOf = [&](TextRange range) -> std::optional<TopLeftRect> {
+    const auto value = read(field_, {"AXBoundsForRange", range});
+    const auto* box = std::get_if<TopLeftRect>(&value);
+    return box && box->height > 0 ? std::optional(*box) : std::nullopt;
+  };
+  if (auto here = boxOf({at->location, 0})) return here;
+  const auto before = boxOf({at->location - 1, 1});
+  return before ? std::optional(TopLeftRect{before->right(), before->y, 0, before->height}) : std::nullopt;
 }
 
 QImage Editor::picture() const {

@@ -3,29 +3,36 @@
 #include <string>
 
 #include "platform/linux/atspi_accessibility.h"
-#include "tools/nimbletype-demo/child_process.h"
 #include "tools/nimbletype-demo/desktop_windows.h"
+#include "tools/nimbletype-demo/editor_programs.h"
 
 namespace nimbletype {
 
-// A text editor with an empty file, ready to be typed into, and what stands in it as Accessibility tells.
+// A text field of a real application, empty and ready to be typed into, and what stands in it as
+// Accessibility tells.
 class Editor {
  public:
   // Files and settings go to `folder`; throws for a program this does not know how to start.
-  Editor(const std::string& program, const std::filesystem::path& folder, const DesktopWindows& windows);
+  Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows);
 
   std::string text();
+  // Where the application says that text would be typed; none where it does not say.
+  std::optional<TopLeftRect> caret();
   // The window with its frame, as a picture.
   QImage picture() const;
   QPoint corner() const;  // of that picture on the screen
   pid_t processID() const { return process_.processID(); }
+  void resize(QSize size);
+  // For applications that replace a field by another one as it is typed into.
+  bool findField();
 
  private:
   ObjectRef focusedField();
+  AttributeValue read(const ObjectRef& element, AttributeRead read);
   void awaitWindow();
 
   const DesktopWindows& windows_;
-  std::string program_;
+  EditorProgram program_;
   AtspiAccessibility accessibility_;
   ChildProcess process_;
   xcb_window_t window_ = XCB_WINDOW_NONE;

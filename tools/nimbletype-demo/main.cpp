@@ -14,7 +14,7 @@ namespace {
 using namespace nimbletype;
 
 constexpr const char* usage =
-    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad|chromium --out "
+    "usage: nimbletype-demo --app PROGRAM --model FILE --editor mousepad|featherpad|chromium|writer --out "
     "DIR\n"
     "                       [--dpi N]\n"
     "                       [--engine openAI --server LLAMA_SERVER]\n"
