@@ -49,11 +49,11 @@ std::string lowercase(std::string s) {
 }
 
 // LibreOffice names GTK as its toolkit and counts UTF-16 units all the same.
-OffsetUnit unitOf(const std::string& toolkit, const std::string& application) {
-  if (lowercase(application) == "soffice") return OffsetUnit::utf16;
+AtspiToolkit toolkitOf(const std::string& toolkit, const std::string& application) {
+  if (lowercase(application) == "soffice") return {.isOffice = true};
   const std::string name = lowercase(toolkit);
   const bool codePoints = name == "gtk" || name == "chromium" || name == "webkitgtk";
-  return codePoints ? OffsetUnit::codePoint : OffsetUnit::utf16;
+  return {.unit = codePoints ? OffsetUnit::codePoint : OffsetUnit::utf16};
 }
 
 }  // namespace
@@ -114,16 +114,16 @@ std::optional<std::string> AtspiBus::applicationOf(std::int64_t processID, Deadl
   return found;
 }
 
-OffsetUnit AtspiBus::offsetUnit(const std::string& busName, Deadline deadline) {
-  if (const auto known = units_.find(busName); known != units_.end()) return known->second;
+AtspiToolkit AtspiBus::toolkit(const std::string& busName, Deadline deadline) {
+  if (const auto known = toolkits_.find(busName); known != toolkits_.end()) return known->second;
   DBusBatch batch(connection_.get(), deadline);
   const auto toolkit =
       batch.property(busName, AtspiObject::rootPath, "org.a11y.atspi.Application", "ToolkitName");
   const auto name = batch.property(busName, AtspiObject::rootPath, "org.a11y.atspi.Accessible", "Name");
   batch.wait();
-  const OffsetUnit unit = unitOf(stringOf(batch.reply(toolkit)), stringOf(batch.reply(name)));
-  if (batch.reply(toolkit)) units_[busName] = unit;
-  return unit;
+  const AtspiToolkit found = toolkitOf(stringOf(batch.reply(toolkit)), stringOf(batch.reply(name)));
+  if (batch.reply(toolkit)) toolkits_[busName] = found;
+  return found;
 }
 
 }  // namespace nimbletype

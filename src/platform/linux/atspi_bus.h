@@ -14,6 +14,12 @@ namespace nimbletype {
 // How an application's toolkit counts text offsets.
 enum class OffsetUnit { codePoint, utf16 };
 
+// What has to be known of an application to understand what it tells.
+struct AtspiToolkit {
+  OffsetUnit unit = OffsetUnit::utf16;
+  bool isOffice = false;  // LibreOffice draws inside GTK windows and leaves their menu bar out of account
+};
+
 // The connection to the accessibility bus, and what is known of the applications on it. Connecting turns
 // accessibility on for the session.
 class AtspiBus {
@@ -30,7 +36,7 @@ class AtspiBus {
   std::optional<std::int64_t> processOf(const std::string& busName);
   // The bus name of the process's application; none when it is not (yet) there.
   std::optional<std::string> applicationOf(std::int64_t processID, Deadline deadline);
-  OffsetUnit offsetUnit(const std::string& busName, Deadline deadline);
+  AtspiToolkit toolkit(const std::string& busName, Deadline deadline);
 
  private:
   void listenTo(const char* event);
@@ -38,7 +44,7 @@ class AtspiBus {
 
   GObjectPtr<GDBusConnection> connection_;
   std::map<std::string, std::optional<std::int64_t>> processes_;
-  std::map<std::string, OffsetUnit> units_;
+  std::map<std::string, AtspiToolkit> toolkits_;
 };
 
 }  // namespace nimbletype

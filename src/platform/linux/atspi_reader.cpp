@@ -141,7 +141,22 @@ std::vector<AttributeValue> AtspiReader::read(const AtspiRef& element, std::span
   Values values(reads.size());
   readPlain(element, reads, deadline, values);
   readInText(element, reads, deadline, values);
+  shift(element, deadline, values);
   return values;
+}
+
+void AtspiReader::shift(const AtspiRef& element, Deadline deadline, Values& values) {
+  const auto isBox = [](const AttributeValue& value) {
+    const auto* rect = std::get_if<TopLeftRect>(&value);
+    return rect && rect->height > 0;
+  };
+  if (std::ranges::none_of(values, isBox)) return;
+  const auto [x, y] = shift_.of(element, deadline);
+  for (AttributeValue& value : values) {
+    if (!isBox(value)) continue;
+    std::get<TopLeftRect>(value).x += x;
+    std::get<TopLeftRect>(value).y += y;
+  }
 }
 
 AttributeValue AtspiReader::readList(const AtspiRef& element, const AttributeRead& read,

@@ -3,6 +3,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/linux/atspi_content_shift.h"
 #include "platform/linux/atspi_flat_lines.h"
 #include "platform/linux/atspi_focus.h"
 #include "platform/linux/atspi_text.h"
@@ -14,7 +15,7 @@ namespace nimbletype {
 class AtspiReader {
  public:
   AtspiReader(AtspiBus& bus, AtspiFocus& focus, double fontDotsPerInch)
-      : bus_(bus), focus_(focus), fontDotsPerInch_(fontDotsPerInch) {}
+      : bus_(bus), focus_(focus), shift_(bus, focus), fontDotsPerInch_(fontDotsPerInch) {}
 
   std::vector<AttributeValue> read(const AtspiRef& element, std::span<const AttributeRead> reads,
                                    Deadline deadline);
@@ -29,6 +30,7 @@ class AtspiReader {
                  Values& values);
   void readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                   Values& values);
+  void shift(const AtspiRef& element, Deadline deadline, Values& values);
   Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
   AttributeValue readList(const AtspiRef& element, const AttributeRead& read, Deadline deadline) const;
   AttributeValue readFocus(const AtspiRef& application, const AttributeRead& read, Deadline deadline);
@@ -36,6 +38,7 @@ class AtspiReader {
 
   AtspiBus& bus_;
   AtspiFocus& focus_;
+  AtspiContentShift shift_;
   double fontDotsPerInch_;
   AtspiTextPosition position_;  // of the element read last, until something happens to it
   AtspiFlatLines flatLines_;

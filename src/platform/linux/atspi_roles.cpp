@@ -26,7 +26,6 @@ enum Role : std::uint32_t {
   pushButton = 43,
   radioButton = 44,
   radioMenuItem = 45,
-  rootPane = 46,
   scrollBar = 48,
   scrollPane = 49,
   slider = 51,
@@ -128,8 +127,9 @@ std::string_view accessibilityRole(std::uint32_t role, AtspiStates states) {
 }
 
 bool isPlainContainer(std::uint32_t role) {
-  return contains(
-      std::array{rootPane, frame, window, panel, filler, scrollPane, viewport, layeredPane, splitPane}, role);
+  return contains(std::array<std::uint32_t, 9>{atspi_role::rootPane, frame, window, panel, filler, scrollPane,
+                                               viewport, layeredPane, splitPane},
+                  role);
 }
 
 }  // namespace nimbletype

@@ -15,7 +15,7 @@ inline constexpr unsigned active = 1, editable = 7, focused = 12, multiLine = 17
 }
 
 namespace atspi_role {
-inline constexpr std::uint32_t passwordText = 40;
+inline constexpr std::uint32_t passwordText = 40, rootPane = 46;
 }
 
 // What an AT-SPI role is called towards the core.

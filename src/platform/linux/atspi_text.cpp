@@ -86,7 +86,7 @@ AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline,
     at.start = std::min(*from, *to);
     at.end = std::max(*from, *to);
   }
-  at.unit = bus.offsetUnit(element_->bus(), deadline);
+  at.unit = bus.toolkit(element_->bus(), deadline).unit;
   if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint)
     at.offsets = offsetsFor(bus, at, extent == Extent::all, deadline);
   return at;
