@@ -22,6 +22,7 @@ StageTrace::StageTrace(const char* path, CompletionEngine& engine, MainLoop& loo
   if (!file_) return;
   std::setvbuf(file_.get(), nullptr, _IOLBF, 0);
   engine.onStage([this](CompletionEngine::Stage stage) { reached(stage); });
+  engine.onStatusChanged([this](const Status& status) { write("status " + status.label()); });
 }
 
 void StageTrace::reached(CompletionEngine::Stage stage) {

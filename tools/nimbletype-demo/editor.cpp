@@ -17,6 +17,13 @@ EditorProgram knownProgram(const std::string& name) {
 
 }  // namespace
 
+std::string withPlainBlanks(std::string text) {
+  constexpr std::string_view noBreak = "\u00a0";
+  for (auto at = text.find(noBreak); at != std::string::npos; at = text.find(noBreak, at))
+    text.replace(at, noBreak.size(), " ");
+  return text;
+}
+
 Editor::Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows)
     : windows_(windows), program_(knownProgram(name)), process_(startOf(program_, folder)) {
   awaitWindow();
@@ -64,7 +71,7 @@ bool Editor::findField() {
 std::string Editor::text() {
   const auto value = read(field_, {"AXValue", {}});
   const auto* text = std::get_if<std::string>(&value);
-  return text ? *text : std::string();
+  return text ? withPlainBlanks(*text) : std::string();
 }
 
 std::optional<TopLeftRect> Editor::caret() {

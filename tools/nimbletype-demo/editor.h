@@ -8,6 +8,9 @@
 
 namespace nimbletype {
 
+// Pages end a line with a blank that does not vanish there; this makes it an ordinary one.
+std::string withPlainBlanks(std::string text);
+
 // A text field of a real application, empty and ready to be typed into, and what stands in it as
 // Accessibility tells.
 class Editor {
@@ -15,7 +18,7 @@ class Editor {
   // Files and settings go to `folder`; throws for a program this does not know how to start.
   Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows);
 
-  std::string text();
+  std::string text();  // with plain blanks
   // Where the application says that text would be typed; none where it does not say.
   std::optional<TopLeftRect> caret();
   // The window with its frame, as a picture.

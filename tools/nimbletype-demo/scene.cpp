@@ -53,6 +53,7 @@ void Scene::writeSettings() const {
   nlohmann::json settings{{"creativity", 0.0}};
   if (!cast_.engine.empty()) settings["engine"] = cast_.engine;
   if (server_) settings.update({{"serverURL", server_->url("/v1")}, {"serverModel", servedModel}});
+  if (!cast_.settings.empty()) settings.update(nlohmann::json::parse(cast_.settings));
   const auto folder = folder_.path() / "data" / "Nimbletype";
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "settings.json") << settings.dump();
@@ -62,6 +63,9 @@ std::chrono::milliseconds Scene::startApplication() {
   if (!cast_.server.empty())
     server_ = std::make_unique<LlamaServer>(cast_.server, cast_.model,
                                             std::vector<std::string>{"--alias", servedModel});
+  application_.reset();
+  ghost_.reset();
+  trace_ = TraceLog(folder_.path() / "trace");
   writeSettings();
   std::vector<std::string> command{cast_.application, "--verbose"};
   if (!cast_.model.empty() && !server_) command.insert(command.end(), {"--model", cast_.model});
@@ -123,7 +127,7 @@ std::optional<std::string> Scene::offered() {
   trace_.readOn();
   const auto& last = trace_.lastSuggestion();
   if (!last || !ghost_->onScreen()) return std::nullopt;
-  const std::string document = editor_.text(), whole = last->before + last->text;
+  const std::string document = editor_.text(), whole = withPlainBlanks(last->before + last->text);
   if (!whole.starts_with(document) || whole.size() == document.size()) return std::nullopt;
   return whole.substr(document.size());
 }

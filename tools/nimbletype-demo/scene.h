@@ -30,12 +30,16 @@ class ScratchFolder {
 class Scene {
  public:
   struct Cast {
-    std::string application, model, editor, engine;  // no model, no engine: as the application has it
-    std::string server;  // the program that serves the model, where the engine is not the application's own
+    // No model, no engine: as the application has it.
+    std::string application, model, editor, engine = {};
+    // The program that serves the model, where the engine is not the application's own.
+    std::string server = {};
+    std::string settings = {};  // JSON, on top of those of the demo
   };
   explicit Scene(Cast cast);
 
-  // Starts the application and returns once it follows the editor's field: how long it took to be ready.
+  // Starts the application, anew if it runs, and returns once it follows the editor's field: how long it took
+  // to be ready.
   std::chrono::milliseconds startApplication();
 
   // Types like a person: one key, then a rest.
@@ -54,6 +58,8 @@ class Scene {
   TraceLog& trace() { return trace_; }
   ChildProcess& application() { return *application_; }
   std::string applicationLog() const;
+  // What counts from the next start of the application on.
+  void setSettings(std::string json) { cast_.settings = std::move(json); }
 
  private:
   bool endsInGhost();

@@ -30,6 +30,7 @@ void TraceLog::take(const std::string& line) {
     const auto value = nlohmann::json::parse(words, nullptr, false);
     if (value.is_object()) lastSuggestion_ = OfferedText{value.value("before", ""), value.value("text", "")};
   }
+  if (entry.stage == "status") std::getline(words >> std::ws, lastStatus_);
   entries_.push_back(std::move(entry));
 }
 

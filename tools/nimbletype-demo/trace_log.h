@@ -27,12 +27,14 @@ class TraceLog {
   void readOn();
   const std::vector<TraceEntry>& entries() const { return entries_; }
   const std::optional<OfferedText>& lastSuggestion() const { return lastSuggestion_; }
+  // The sentence of the latest status; empty before the first.
+  const std::string& lastStatus() const { return lastStatus_; }
   bool has(const std::string& stage);
 
  private:
   void take(const std::string& line);
 
-  std::string path_, rest_;
+  std::string path_, rest_, lastStatus_;
   std::ifstream file_;
   std::vector<TraceEntry> entries_;
   std::optional<OfferedText> lastSuggestion_;

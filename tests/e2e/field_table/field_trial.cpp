@@ -1,0 +1,133 @@
+#include "tests/e2e/field_table/field_trial.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tools/nimbletype-demo/ink.h"
+
+namespace nimbletype {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 6s;
+// For so long a change of the text counts as the application's own insertion.
+constexpr auto insertionSettles = 450ms;
+constexpr double tolerance = 2;  // pixels
+constexpr std::uint16_t letterA = 0, letterV = 9;
+constexpr const char* secretWords = "open sesame";
+
+bool isTypable(const std::string& text) {
+  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+std::string quoted(const std::string& text) {
+  return "\"" + text + "\"";
+}
+
+std::string signedNumber(double value) {
+  const long whole = std::lround(value);
+  return (whole < 0 ? "" : "+") + std::to_string(whole);
+}
+
+}  // namespace
+
+void FieldTrial::await(const std::string& what, const std::function<bool()>& condition) {
+  waitFor(what, condition, patience);
+}
+
+void FieldTrial::awaitDocument(const std::string& text) {
+  try {
+    await("the text", [&] { return scene_.editor().findField() && scene_.editor().text() == text; });
+  } catch (const GaveUp&) {
+    throw GaveUp("the field holds " + quoted(scene_.editor().text()) + " instead of " + quoted(text));
+  }
+}
+
+void FieldTrial::awaitOffer(const std::string& text) {
+  try {
+    await("the ghost", [&] { return scene_.offered() == text; });
+  } catch (const GaveUp&) {
+    const auto& last = scene_.trace().lastSuggestion();
+    throw GaveUp("waited for a ghost " + quoted(text) + (scene_.ghost().onScreen() ? ", one" : ", none") +
+                 " is on screen, the last one was " + (last ? quoted(last->text) : "never"));
+  }
+}
+
+// What no key of the layout types is pasted by the user.
+void FieldTrial::enter(const std::string& text) {
+  if (isTypable(text)) {
+    scene_.user().type(text);
+  } else {
+    if (!clipboard_.lend(text)) throw GaveUp("could not copy the text");
+    scene_.user().press(letterV, {ModifierSet::control});
+  }
+  awaitDocument(text);
+}
+
+void FieldTrial::empty() {
+  scene_.user().press(letterA, {ModifierSet::control});
+  scene_.user().press(key::deleteBack);
+  awaitDocument("");
+  await("the ghost to go with the text", [this] { return !scene_.ghost().onScreen(); });
+  rest(insertionSettles);
+}
+
+TrialResult FieldTrial::run(const TrialText& text, const std::filesystem::path& picture) {
+  try {
+    model_.willSay(text.continuation);
+    enter(text.text);
+    awaitOffer(text.continuation);
+    const std::string place = takeWord(text, picture);
+    empty();
+    return {true, "ok " + place};
+  } catch (const GaveUp& failure) {
+    const std::string status = scene_.trace().lastStatus();
+    try {
+      empty();
+    } catch (const GaveUp&) {
+    }
+    return {false, failure.what() + ("; status: " + status)};
+  }
+}
+
+std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::path& picture) {
+  const auto caret = scene_.editor().caret();
+  const auto ghost = scene_.ghost().onScreen();
+  if (!caret || !ghost) throw GaveUp(caret ? "the ghost went" : "the field tells no caret");
+  const double right = ghost->left() - caret->x;
+  const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
+  scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
+
+  scene_.user().press(key::tab);
+  const std::string document = std::string(text.text) + text.word;
+  awaitDocument(document);
+  const std::string remaining = std::string(text.continuation).substr(std::string(text.word).size());
+  if (!remaining.empty()) awaitOffer(remaining);
+  scene_.editor().picture().save(QString::fromStdString(picture.string() + "-word.png"));
+
+  const std::string place = signedNumber(right) + "," + signedNumber(down);
+  if (std::abs(right) > tolerance || std::abs(down) > tolerance)
+    throw GaveUp("the ghost stood " + place + " pixels from the caret");
+  return place;
+}
+
+TrialResult FieldTrial::runSecret() {
+  try {
+    model_.willSay("never shown");
+    scene_.user().type(secretWords);
+    await("the status to say why there is nothing", [&] {
+      scene_.trace().readOn();
+      return scene_.trace().lastStatus().find("Secure input") != std::string::npos;
+    });
+  } catch (const GaveUp& failure) {
+    return {false, failure.what() + ("; status: " + scene_.trace().lastStatus())};
+  }
+  if (scene_.ghost().onScreen()) return {false, "there is a ghost"};
+  if (model_.wasTold(secretWords)) return {false, "the model was told the password"};
+  if (scene_.applicationLog().find(secretWords) != std::string::npos)
+    return {false, "the log has the password"};
+  return {true, "nothing read or shown: " + scene_.trace().lastStatus()};
+}
+
+}  // namespace nimbletype

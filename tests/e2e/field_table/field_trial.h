@@ -1,0 +1,46 @@
+#pragma once
+#include <filesystem>
+#include <string>
+
+#include "platform/linux/x11_pasteboard.h"
+#include "platform/scripted/virtual_main_loop.h"
+#include "tests/e2e/field_table/scripted_model.h"
+#include "tools/nimbletype-demo/scene.h"
+
+namespace nimbletype {
+
+// What is put into a field, how the model goes on, and the word that Tab is to take of that.
+struct TrialText {
+  const char *name, *text, *continuation, *word;
+};
+
+struct TrialResult {
+  bool passed = false;
+  std::string words;  // for people
+};
+
+// Text put into a real field, suggestion, Tab, and what stands in the field then.
+class FieldTrial {
+ public:
+  FieldTrial(Scene& scene, ScriptedModel& model) : scene_(scene), model_(model) {}
+
+  // Leaves the field empty.
+  TrialResult run(const TrialText& text, const std::filesystem::path& picture);
+  // Of a field that keeps its text to itself.
+  TrialResult runSecret();
+
+ private:
+  void enter(const std::string& text);
+  void await(const std::string& what, const std::function<bool()>& condition);
+  void awaitDocument(const std::string& text);
+  void awaitOffer(const std::string& text);
+  void empty();
+  std::string takeWord(const TrialText& text, const std::filesystem::path& picture);
+
+  Scene& scene_;
+  ScriptedModel& model_;
+  VirtualMainLoop unused_;  // what is lent is never saved
+  X11Pasteboard clipboard_{unused_};
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,82 @@
+// Puts texts into fields of real applications, takes a word of the suggestion by each method, and prints what
+// came of it as a table. Ends with 1 when something went wrong.
+//   tests/support/with_desktop.sh field_table APPLICATION OUT_FOLDER FIELD...
+#include <array>
+#include <cstdio>
+
+#include "tests/e2e/field_table/field_trial.h"
+
+namespace {
+
+using namespace nimbletype;
+
+constexpr std::array texts{
+    TrialText{"ASCII", "We will meet at", " the old river bank", " the "},
+    TrialText{"accents", "Déjà vu à la crème", " brûlée très douce", " brûlée "},
+    TrialText{"curly quotes", "She said “no” and", " it’s “all” good", " it’s "},
+    TrialText{"Chinese and Japanese", "今日は天気がいいので", "公園まで歩きます", "公園まで歩きます"},
+    TrialText{"emoji", "Well done 👍🏽👩‍👩‍👧", " 🎉🙌🏿 again soon", " 🎉🙌🏿 "},
+    TrialText{"right to left", "שלום לכולם", " מחר בבוקר נפגש", " מחר "},
+};
+constexpr std::array methods{"typing", "accessibility", "paste"};
+
+class Table {
+ public:
+  Table(std::string application, std::filesystem::path out)
+      : application_(std::move(application)), out_(std::move(out)) {
+    std::filesystem::create_directories(out_);
+  }
+
+  bool run(const std::string& field) {
+    try {
+      ScriptedModel model;
+      Scene scene({application_, "", field});
+      if (editorProgram(field)->role == "AXSecureTextField") return runSecret(scene, model, field);
+      for (const char* method : methods) runMethod(scene, model, field, method);
+    } catch (const GaveUp& failure) {
+      note(field, "", "", {false, failure.what()});
+    }
+    return passed_;
+  }
+
+ private:
+  bool runSecret(Scene& scene, ScriptedModel& model, const std::string& field) {
+    scene.setSettings('{' + model.settings() + '}');
+    scene.startApplication();
+    note(field, "a password", "typing", FieldTrial(scene, model).runSecret());
+    return passed_;
+  }
+
+  void runMethod(Scene& scene, ScriptedModel& model, const std::string& field, const std::string& method) {
+    // Its own typing aids would get in between.
+    scene.setSettings('{' + model.settings() + R"(,"suggestFixes":false,"showKeyHint":false,"insertion":")" +
+                      method + "\"}");
+    scene.startApplication();
+    FieldTrial trial(scene, model);
+    for (const TrialText& text : texts)
+      note(field, text.name, method, trial.run(text, out_ / (field + "-" + method + "-" + text.name)));
+  }
+
+  void note(const std::string& field, const std::string& text, const std::string& method,
+            const TrialResult& result) {
+    std::printf("%-18s %-14s %-21s %s%s\n", field.c_str(), method.c_str(), text.c_str(),
+                result.passed ? "" : "FAILED: ", result.words.c_str());
+    std::fflush(stdout);
+    passed_ = passed_ && result.passed;
+  }
+
+  std::string application_;
+  std::filesystem::path out_;
+  bool passed_ = true;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 4) return std::fputs("usage: field_table APPLICATION OUT_FOLDER FIELD...\n", stderr), 2;
+  giveUpOnSignals();
+  Table table(argv[1], argv[2]);
+  bool passed = true;
+  for (int i = 3; i < argc; ++i) passed = table.run(argv[i]) && passed;
+  return passed ? 0 : 1;
+}

@@ -1,0 +1,22 @@
+#pragma once
+#include <string>
+
+#include "tests/support/loopback_server.h"
+
+namespace nimbletype {
+
+// A model of the OpenAI kind that always goes on with the same text, whatever it is asked.
+class ScriptedModel {
+ public:
+  ScriptedModel() { willSay(""); }
+  void willSay(const std::string& continuation);
+  // The settings with which the application uses it, as JSON without the outer braces.
+  std::string settings() const;
+  // Whether any request so far contained this.
+  bool wasTold(const std::string& text) const;
+
+ private:
+  LoopbackServer server_;
+};
+
+}  // namespace nimbletype
