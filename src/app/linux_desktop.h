@@ -45,11 +45,11 @@ class LinuxDesktop {
   X11SecureInput secureInput_;
   QtScreens screens_;
   QtFontMetrics fontMetrics_;
-  QtOverlaySurface ghostSurface_;
+  QtOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
   UPowerSource power_;
   HunspellSpellChecker spellChecker_;
   LinuxPermissions permissions_;
-  AtomicFile defaultsFile_, rulesFile_;
+  AtomicFile defaultsFile_, rulesFile_, statisticsFile_, memoryFile_;
   JsonDefaultsStore defaults_;
   QtHttpClient http_;
   QtHttpDownloads downloads_;

@@ -71,12 +71,14 @@ class Application {
   MacSecureInput secureInput_;
   MacScreens screens_;
   MacFontMetrics fontMetrics_;
-  MacOverlaySurface ghostSurface_;
+  MacOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
   MacPowerSource power_;
   MacSpellChecker spellChecker_;
   MacPermissions permissions_;
   MacDefaultsStore defaults_{defaultsDomain()};
   MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
+  MacFileStore statisticsFile_{[dataFolder() URLByAppendingPathComponent:@"stats.json"]};
+  MacFileStore memoryFile_{[dataFolder() URLByAppendingPathComponent:@"memory.sealed"]};
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
   MacSecretStore secrets_;
@@ -96,11 +98,15 @@ class Application {
                    .screens = screens_,
                    .fontMetrics = fontMetrics_,
                    .ghostSurface = ghostSurface_,
+                   .emojiSurface = emojiSurface_,
+                   .alternativesSurface = alternativesSurface_,
                    .power = power_,
                    .spellChecker = spellChecker_,
                    .permissions = permissions_,
                    .defaults = defaults_,
                    .rulesFile = rulesFile_,
+                   .statisticsFile = statisticsFile_,
+                   .memoryFile = memoryFile_,
                    .http = http_,
                    .downloads = downloads_,
                    .secrets = secrets_,

@@ -48,11 +48,15 @@ struct Ports {
   Screens& screens;
   FontMetrics& fontMetrics;
   OverlaySurface& ghostSurface;
+  OverlaySurface& emojiSurface;
+  OverlaySurface& alternativesSurface;
   PowerSource& power;
   SpellChecker& spellChecker;
   PermissionSource& permissions;
   DefaultsStore& defaults;
   FileStore& rulesFile;
+  FileStore& statisticsFile;
+  FileStore& memoryFile;
   HttpClient& http;
   HttpDownloads& downloads;
   SecretStore& secrets;
