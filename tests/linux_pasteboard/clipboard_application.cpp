@@ -10,6 +10,19 @@
 #include <sstream>
 
 namespace nimbletype {
+namespace {
+
+ClipboardApplication::Formats formatsIn(const std::string& answer) {
+  ClipboardApplication::Formats formats;
+  std::istringstream words(answer);
+  for (std::string word; words >> word;) {
+    const std::size_t equals = word.find('=');
+    formats[word.substr(0, equals)] = QByteArray::fromHex(word.substr(equals + 1).c_str()).toStdString();
+  }
+  return formats;
+}
+
+}  // namespace
 
 bool runQtUntil(const std::function<bool()>& condition) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -59,14 +72,20 @@ void ClipboardApplication::copy(const Formats& formats) {
   EXPECT_EQ(command(line), "copied");
 }
 
-ClipboardApplication::Formats ClipboardApplication::paste() {
-  Formats formats;
-  std::istringstream words(command("paste"));
-  for (std::string word; words >> word;) {
-    const std::size_t equals = word.find('=');
-    formats[word.substr(0, equals)] = QByteArray::fromHex(word.substr(equals + 1).c_str()).toStdString();
+std::string ClipboardApplication::commandWithoutMainLoop(const std::string& line) {
+  process_.write((line + "\n").c_str());
+  while (!process_.canReadLine() && process_.waitForReadyRead(20'000)) {
   }
-  return formats;
+  EXPECT_TRUE(process_.canReadLine()) << "waited 20 s for the other application to " << line;
+  return process_.readLine().trimmed().toStdString();
+}
+
+ClipboardApplication::Formats ClipboardApplication::paste() {
+  return formatsIn(command("paste"));
+}
+
+ClipboardApplication::Formats ClipboardApplication::pasteBesideABusyMainLoop() {
+  return formatsIn(commandWithoutMainLoop("paste"));
 }
 
 }  // namespace nimbletype

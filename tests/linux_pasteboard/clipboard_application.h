@@ -16,11 +16,14 @@ class ClipboardApplication {
 
   void copy(const Formats& formats);
   Formats paste();
+  // The same while nothing of this process's main loop runs.
+  Formats pasteBesideABusyMainLoop();
   // Answers nobody until it is let go on.
   void hang(bool hangs);
 
  private:
   std::string command(const std::string& line);
+  std::string commandWithoutMainLoop(const std::string& line);
 
   QProcess process_;
 };

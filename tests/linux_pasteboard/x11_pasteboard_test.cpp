@@ -48,6 +48,15 @@ TEST(X11Pasteboard, SavesWhatItHasRoomFor) {
   EXPECT_FALSE(found.contains("application/x-huge"));
 }
 
+// An application that pastes waits for us, and we may be waiting for that application's text at the time.
+TEST(X11Pasteboard, ServesBesideABusyMainLoop) {
+  X11PasteboardHarness desk;
+  const std::string large(1'000'000, 'x');
+  ASSERT_TRUE(desk.x11.lend(large));
+  EXPECT_EQ(desk.pasting.pasteBesideABusyMainLoop().at("text/plain"), large);
+  EXPECT_EQ(desk.x11.reading(), Pasteboard::Reading::done);
+}
+
 TEST(X11Pasteboard, HasNothingWithoutADisplay) {
   QCoreApplication application(noArguments, nullptr);
   QtMainLoop loop;

@@ -1,5 +1,7 @@
 #include "platform/linux/selection_data.h"
 
+#include <xcb/xfixes.h>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -69,6 +71,16 @@ std::vector<xcb_atom_t> atomsIn(const std::string& bytes) {
   std::vector<xcb_atom_t> atoms(bytes.size() / sizeof(xcb_atom_t));
   std::memcpy(atoms.data(), bytes.data(), atoms.size() * sizeof(xcb_atom_t));
   return atoms;
+}
+
+std::uint8_t followSelection(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t selection) {
+  const auto* fixes = xcb_get_extension_data(connection, &xcb_xfixes_id);
+  if (!fixes || !fixes->present) return 0;
+  xcb_discard_reply(connection, xcb_xfixes_query_version(connection, 5, 0).sequence);
+  xcb_xfixes_select_selection_input(connection, window, selection,
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+  xcb_flush(connection);
+  return fixes->first_event;
 }
 
 xcb_window_t createHiddenWindow(xcb_connection_t* connection, std::uint32_t events) {

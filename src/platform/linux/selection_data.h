@@ -45,6 +45,10 @@ ReadProperty takeProperty(xcb_connection_t* connection, xcb_window_t window, xcb
                           std::size_t room);
 std::vector<xcb_atom_t> atomsIn(const std::string& bytes);
 
+// Has the window told whenever somebody takes the selection; the kind of event that will do so, 0 where the
+// server cannot tell.
+std::uint8_t followSelection(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t selection);
+
 // An input-only window that nobody sees.
 xcb_window_t createHiddenWindow(xcb_connection_t* connection, std::uint32_t events);
 

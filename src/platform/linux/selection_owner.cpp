@@ -13,8 +13,9 @@ constexpr Milliseconds transferPatience{5000};
 
 }  // namespace
 
-SelectionOwner::SelectionOwner(xcb_connection_t* connection, const SelectionAtoms& atoms, MainLoop& loop)
-    : connection_(connection), atoms_(atoms), loop_(loop), window_(createHiddenWindow(connection, 0)) {}
+SelectionOwner::SelectionOwner(xcb_connection_t* connection, const SelectionAtoms& atoms,
+                               GMainContext* context)
+    : connection_(connection), atoms_(atoms), context_(context), window_(createHiddenWindow(connection, 0)) {}
 
 bool SelectionOwner::offer(std::shared_ptr<const SelectionFormats> formats, xcb_timestamp_t time) {
   offered_ = std::move(formats);
@@ -24,16 +25,16 @@ bool SelectionOwner::offer(std::shared_ptr<const SelectionFormats> formats, xcb_
   return offered_ != nullptr;
 }
 
-void SelectionOwner::release(xcb_timestamp_t time) {
+bool SelectionOwner::release(xcb_timestamp_t time) {
   offered_.reset();
   xcb_set_selection_owner(connection_, XCB_WINDOW_NONE, atoms_.clipboard, time);
-  xcb_flush(connection_);
+  return currentOwner() == XCB_WINDOW_NONE;
 }
 
-bool SelectionOwner::isOwner() const {
+xcb_window_t SelectionOwner::currentOwner() const {
   const XcbReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
       connection_, xcb_get_selection_owner(connection_, atoms_.clipboard), nullptr));
-  return reply && reply->owner == window_;
+  return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
 void SelectionOwner::handle(const xcb_generic_event_t& event) {
@@ -123,7 +124,7 @@ void SelectionOwner::startTransfer(xcb_window_t window, xcb_atom_t property, con
   put(window, property, atoms_.incremental,
       std::array<std::uint32_t, 1>{static_cast<std::uint32_t>(format.bytes.size())});
   const auto transfer = transfers_.insert(transfers_.end(), Transfer{window, property, offered_, &format});
-  transfer->patience = loop_.after(transferPatience, [this, transfer] { end(transfer); });
+  transfer->patience = glibTimer(context_, transferPatience, [this, transfer] { end(transfer); });
 }
 
 // After the last piece comes an empty one, and when that has been deleted as well it is over.
@@ -139,7 +140,7 @@ void SelectionOwner::sendNext(Transfers::iterator transfer) {
   xcb_flush(connection_);
   transfer->sent += size;
   transfer->isEnded = size == 0;
-  transfer->patience = loop_.after(transferPatience, [this, transfer] { end(transfer); });
+  transfer->patience = glibTimer(context_, transferPatience, [this, transfer] { end(transfer); });
 }
 
 void SelectionOwner::end(Transfers::iterator transfer) {

@@ -2,22 +2,22 @@
 #include <list>
 #include <memory>
 
+#include "platform/linux/glib_thread.h"
 #include "platform/linux/selection_data.h"
-#include "platform/main_loop.h"
 
 namespace nimbletype {
 
 // Owns the clipboard and hands its formats out to whoever asks: large ones in pieces, as many askers at a
-// time as there are.
+// time as there are. Lives on the thread of its context.
 class SelectionOwner {
  public:
-  SelectionOwner(xcb_connection_t* connection, const SelectionAtoms& atoms, MainLoop& loop);
+  SelectionOwner(xcb_connection_t* connection, const SelectionAtoms& atoms, GMainContext* context);
 
   // Takes the clipboard; false when somebody else has it since `time`.
   bool offer(std::shared_ptr<const SelectionFormats> formats, xcb_timestamp_t time = XCB_CURRENT_TIME);
-  // Leaves it empty, unless somebody else has it since then.
-  void release(xcb_timestamp_t time);
-  bool isOwner() const;
+  // Leaves it empty; false when somebody else has it since `time`.
+  bool release(xcb_timestamp_t time);
+  bool isOwner() const { return currentOwner() == window_; }
   // What is offered; none once somebody else owns the clipboard.
   const std::shared_ptr<const SelectionFormats>& offered() const { return offered_; }
 
@@ -44,6 +44,7 @@ class SelectionOwner {
   };
   using Transfers = std::list<Transfer>;
 
+  xcb_window_t currentOwner() const;
   void answer(const xcb_selection_request_event_t& request);
   bool convert(xcb_window_t window, xcb_atom_t target, xcb_atom_t property);
   bool convertSeveral(xcb_window_t window, xcb_atom_t property);
@@ -56,7 +57,7 @@ class SelectionOwner {
 
   xcb_connection_t* connection_;
   const SelectionAtoms& atoms_;
-  MainLoop& loop_;
+  GMainContext* context_;
   xcb_window_t window_;
   xcb_timestamp_t claimedAt_ = XCB_CURRENT_TIME;
   std::shared_ptr<const SelectionFormats> offered_;

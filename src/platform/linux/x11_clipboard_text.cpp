@@ -1,7 +1,5 @@
 #include "platform/linux/x11_clipboard_text.h"
 
-#include <xcb/xfixes.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -22,12 +20,8 @@ class X11ClipboardText::Impl {
       : connection_(std::move(connection)),
         atoms_(SelectionAtoms::intern(connection_.get())),
         window_(createHiddenWindow(connection_.get(), XCB_EVENT_MASK_NO_EVENT)) {
-    const auto* fixes = xcb_get_extension_data(connection_.get(), &xcb_xfixes_id);
-    if (!fixes || !fixes->present) return;
-    firstFixesEvent_ = fixes->first_event;
-    xcb_discard_reply(connection_.get(), xcb_xfixes_query_version(connection_.get(), 5, 0).sequence);
-    xcb_xfixes_select_selection_input(connection_.get(), window_, atoms_.clipboard,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    firstFixesEvent_ = followSelection(connection_.get(), window_, atoms_.clipboard);
+    if (firstFixesEvent_ == 0) return;
     source_ = std::make_unique<XcbSource>(connection_.get(),
                                           [this](const xcb_generic_event_t& event) { handle(event); });
     xcb_flush(connection_.get());

@@ -1,12 +1,9 @@
 #include "platform/linux/x11_pasteboard.h"
 
-#include <xcb/xfixes.h>
-
 #include <utility>
 
-#include "platform/linux/selection_owner.h"
 #include "platform/linux/selection_reader.h"
-#include "platform/linux/xcb_source.h"
+#include "platform/linux/selection_server.h"
 
 namespace nimbletype {
 namespace {
@@ -30,23 +27,21 @@ std::optional<SavedPasteboard> savedFrom(SelectionReader::Result result) {
 
 class X11Pasteboard::Impl {
  public:
-  Impl(XcbConnection connection, MainLoop& loop)
+  Impl(XcbConnection connection, std::unique_ptr<SelectionServer> server, MainLoop& loop)
       : connection_(std::move(connection)),
         atoms_(SelectionAtoms::intern(connection_.get())),
         loop_(loop),
-        owner_(connection_.get(), atoms_, loop) {
-    const auto* fixes = xcb_get_extension_data(connection_.get(), &xcb_xfixes_id);
-    if (fixes && fixes->present) {
-      firstFixesEvent_ = fixes->first_event;
-      xcb_discard_reply(connection_.get(), xcb_xfixes_query_version(connection_.get(), 5, 0).sequence);
-      xcb_xfixes_select_selection_input(connection_.get(), owner_.window(), atoms_.clipboard,
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
-    }
+        server_(std::move(server)),
+        window_(createHiddenWindow(connection_.get(), XCB_EVENT_MASK_NO_EVENT)),
+        firstFixesEvent_(followSelection(connection_.get(), window_, atoms_.clipboard)) {
     source_ = std::make_unique<XcbSource>(connection_.get(),
                                           [this](const xcb_generic_event_t& event) { handle(event); });
   }
 
-  SelectionOwner& owner() { return owner_; }
+  template <typename Ask>
+  auto askOwner(Ask question) {
+    return server_->ask(std::move(question));
+  }
   const SelectionAtoms& atoms() const { return atoms_; }
   bool isLending() const { return lending_; }
   void setLending(bool lending) { lending_ = lending; }
@@ -59,30 +54,27 @@ class X11Pasteboard::Impl {
 
  private:
   void handle(const xcb_generic_event_t& event) {
-    if (firstFixesEvent_ != 0 && (event.response_type & 0x7f) == firstFixesEvent_)
-      return ownerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event));
-    owner_.handle(event);
-    if (const auto reader = reader_) reader->handle(event);  // it may end itself
-  }
-
-  void ownerChanged(const xcb_xfixes_selection_notify_event_t& event) {
-    if (event.owner == owner_.window()) owner_.setClaimedAt(event.selection_timestamp);
-    if (const auto reader = reader_) reader->ownerChanged();
+    const auto reader = reader_;  // it may end itself
+    if (!reader) return;
+    const bool ownerChanged = firstFixesEvent_ != 0 && (event.response_type & 0x7f) == firstFixesEvent_;
+    ownerChanged ? reader->ownerChanged() : reader->handle(event);
   }
 
   XcbConnection connection_;
   SelectionAtoms atoms_;
   MainLoop& loop_;
-  std::uint8_t firstFixesEvent_ = 0;
-  SelectionOwner owner_;
+  std::unique_ptr<SelectionServer> server_;
+  xcb_window_t window_;
+  std::uint8_t firstFixesEvent_;
   bool lending_ = false;
   std::shared_ptr<SelectionReader> reader_;
   std::unique_ptr<XcbSource> source_;
 };
 
 X11Pasteboard::X11Pasteboard(MainLoop& loop, const std::string& display) : loop_(loop) {
-  if (auto connection = connectToDisplay(display))
-    impl_ = std::make_shared<Impl>(std::move(connection), loop);
+  auto connection = connectToDisplay(display);
+  auto server = SelectionServer::start(display);
+  if (connection && server) impl_ = std::make_shared<Impl>(std::move(connection), std::move(server), loop);
 }
 
 X11Pasteboard::~X11Pasteboard() = default;
@@ -90,8 +82,9 @@ X11Pasteboard::~X11Pasteboard() = default;
 Task X11Pasteboard::save(SaveHandler done) {
   if (!impl_) return loop_.after(Milliseconds(0), [done = std::move(done)] { done(std::nullopt); });
   // What this process put there need not travel.
-  if (const auto own = impl_->owner().offered(); own && isOurs())
-    return loop_.after(Milliseconds(0), [done = std::move(done), own] { done(savedAs(own, 0)); });
+  const auto own =
+      impl_->askOwner([](SelectionOwner& owner) { return owner.isOwner() ? owner.offered() : nullptr; });
+  if (own) return loop_.after(Milliseconds(0), [done = std::move(done), own] { done(savedAs(own, 0)); });
   const auto reader =
       impl_->read([impl = impl_.get(), done = std::move(done)](SelectionReader::Result result) {
         impl->stopReading();
@@ -107,17 +100,21 @@ Task X11Pasteboard::save(SaveHandler done) {
 bool X11Pasteboard::lend(std::string_view text) {
   if (!impl_) return false;
   impl_->setLending(true);
-  return impl_->owner().offer(std::make_shared<SelectionFormats>(passingText(impl_->atoms(), text)));
+  auto formats = std::make_shared<const SelectionFormats>(passingText(impl_->atoms(), text));
+  return impl_->askOwner([&](SelectionOwner& owner) { return owner.offer(std::move(formats)); });
 }
 
 Pasteboard::Reading X11Pasteboard::reading() const {
-  if (!impl_ || !impl_->isLending() || !impl_->owner().offered()) return Reading::done;
-  if (impl_->owner().isHandingOut()) return Reading::underWay;
-  return impl_->owner().textWasRead() ? Reading::done : Reading::notYet;
+  if (!impl_ || !impl_->isLending()) return Reading::done;
+  return impl_->askOwner([](SelectionOwner& owner) {
+    if (!owner.offered()) return Reading::done;
+    if (owner.isHandingOut()) return Reading::underWay;
+    return owner.textWasRead() ? Reading::done : Reading::notYet;
+  });
 }
 
 bool X11Pasteboard::isOurs() {
-  return impl_ && impl_->owner().isOwner();
+  return impl_ && impl_->askOwner([](SelectionOwner& owner) { return owner.isOwner(); });
 }
 
 void X11Pasteboard::restore(const SavedPasteboard& saved) {
@@ -126,11 +123,9 @@ void X11Pasteboard::restore(const SavedPasteboard& saved) {
   const auto& formats = dynamic_cast<const SavedFormats&>(*saved.contents).formats;
   // As of the moment the text was lent: whoever copied after that, even if the application gets round to it
   // only now, goes first.
-  const xcb_timestamp_t lentAt = impl_->owner().claimedAt();
-  if (formats->empty())
-    impl_->owner().release(lentAt);
-  else
-    impl_->owner().offer(formats, lentAt);
+  impl_->askOwner([&](SelectionOwner& owner) {
+    return formats->empty() ? owner.release(owner.claimedAt()) : owner.offer(formats, owner.claimedAt());
+  });
 }
 
 }  // namespace nimbletype

@@ -7,7 +7,7 @@ struct XcbSource::Source {
   XcbSource* owner;
 };
 
-XcbSource::XcbSource(xcb_connection_t* connection, Handler handler)
+XcbSource::XcbSource(xcb_connection_t* connection, Handler handler, GMainContext* context)
     : connection_(connection), handler_(std::move(handler)) {
   static GSourceFuncs functions{prepare, check, run, nullptr, nullptr, nullptr};
   GSource* source = g_source_new(&functions, sizeof(Source));
@@ -15,7 +15,7 @@ XcbSource::XcbSource(xcb_connection_t* connection, Handler handler)
   source_->owner = this;
   descriptor_ = g_source_add_unix_fd(source, xcb_get_file_descriptor(connection_),
                                      static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
-  g_source_attach(source, nullptr);
+  g_source_attach(source, context);
 }
 
 XcbSource::~XcbSource() {

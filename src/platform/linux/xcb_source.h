@@ -7,12 +7,12 @@
 
 namespace nimbletype {
 
-// Hands the events of an X connection on from the GLib main loop, those included that were read along with a
-// reply.
+// Hands the events of an X connection on from a GLib main loop, that of the default context when none is
+// given, those included that were read along with a reply. Made and destroyed on the thread of that loop.
 class XcbSource {
  public:
   using Handler = std::function<void(const xcb_generic_event_t&)>;
-  XcbSource(xcb_connection_t* connection, Handler handler);
+  XcbSource(xcb_connection_t* connection, Handler handler, GMainContext* context = nullptr);
   ~XcbSource();
   XcbSource(const XcbSource&) = delete;
   XcbSource& operator=(const XcbSource&) = delete;
