@@ -32,6 +32,10 @@ AppModel::AppModel(Ports ports)
       permissions_(ports_.permissions, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
+  engine_.session().askTerminal([this] {
+    const auto front = ports_.workspace.frontmost();
+    return front && front->isTerminal;
+  });
   context_.onChange([this] { engine_.contextChanged(); });
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
@@ -53,6 +57,11 @@ bool AppModel::mayLookInto(const RunningApp& app) const {
 bool AppModel::start() {
   engine_.warmUp();
   return watch_.start();
+}
+
+void AppModel::stop() {
+  watch_.stop();
+  engine_.session().leave();
 }
 
 bool AppModel::canWrite() const {

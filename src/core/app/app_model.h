@@ -81,8 +81,8 @@ class AppModel {
   // Starts following the user's typing, now or as soon as the desktop allows it. False when the key tap does
   // not run; everything else that is allowed runs all the same.
   bool start();
-  // Lets go of the keyboard, for quitting.
-  void stop() { watch_.stop(); }
+  // For quitting: lets go of the keyboard, and the field that has the focus is left.
+  void stop();
 
   // Whether there is an engine to ask, as far as that is known without asking one.
   bool canWrite() const;

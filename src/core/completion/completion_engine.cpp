@@ -73,6 +73,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   if (!forceNext_) demanded_ = false;
   if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
   snapshot_ = snapshot;
+  session_.seen(snapshot);
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
@@ -82,6 +83,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
 
 void CompletionEngine::fieldLost(const std::string& reason) {
   snapshot_.reset();
+  session_.leave();
   block(reason);
 }
 
@@ -424,6 +426,7 @@ bool CompletionEngine::acceptNext() {
   suggestion_->taken = std::max(suggestion_->taken, suggestion_->consumed) + length;
   const std::string method(rawValue(decision_.insertion));
   insert(chunk);
+  recordAccept(chunk);
   s_.log.log(logCategory, "accept next: " + std::to_string(length) + " chars via " + method);
   return true;
 }
@@ -436,6 +439,7 @@ bool CompletionEngine::acceptAll() {
   cancelWork();
   setStatus({});
   insert(rest);
+  recordAccept(rest);
   readAgain(0);
   return true;
 }
@@ -443,6 +447,11 @@ bool CompletionEngine::acceptAll() {
 void CompletionEngine::insert(const std::string& text) {
   lastInjection_ = {snapshot_->fieldKey, text, s_.loop.now()};
   source_->insert(text, decision_.insertion);
+}
+
+// A suggestion was taken, whole or in part.
+void CompletionEngine::recordAccept(const std::string&) {
+  session_.accepted();
 }
 
 void CompletionEngine::takeFix() {

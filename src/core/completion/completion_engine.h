@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/completion/context_cache.h"
+#include "core/completion/field_session.h"
 #include "core/completion/gates.h"
 #include "core/completion/generation.h"
 #include "core/completion/key_commands.h"
@@ -83,6 +84,8 @@ class CompletionEngine {
   const std::optional<FieldSnapshot>& snapshot() const { return snapshot_; }
   const RuleDecision& decision() const { return decision_; }
   const std::string& lastSuggestion() const { return lastSuggestion_; }
+  // The stay in the focused field; whoever keeps what was written there listens to it.
+  FieldSession& session() { return session_; }
   const LastGeneration& lastGeneration() const { return last_; }
   bool isShowing() const { return pendingFix_ || (suggestion_ && !suggestion_->remaining().empty()); }
   // Whether the engine asked last shows its text while it writes.
@@ -143,6 +146,7 @@ class CompletionEngine {
   void showLonger();
   bool presentRemaining();
   void insert(const std::string& text);
+  void recordAccept(const std::string& text);
   void takeFix();
   void readAgain(std::size_t attempt);
   void forgetShown();
@@ -156,6 +160,7 @@ class CompletionEngine {
   Status status_;
   std::optional<FieldSnapshot> snapshot_;
   RuleDecision decision_;
+  FieldSession session_;
   std::optional<Suggestion> suggestion_;
   std::optional<Fix> pendingFix_;
   std::optional<Injection> lastInjection_;
