@@ -21,6 +21,7 @@
 #include "input/power_monitor.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_content.h"
+#include "personal/stats_store.h"
 #include "platform/event_tap.h"
 #include "platform/screens.h"
 #include "platform/system_log.h"
@@ -42,6 +43,7 @@ class CompletionEngine {
     const Screens& screens;
     const SecureInput& secureInput;
     const PowerMonitor& power;
+    StatsStore& stats;
     SystemLog& log;
   };
   // The last generation, for diagnostics: what was asked and answered, and how long it took.
@@ -119,6 +121,7 @@ class CompletionEngine {
     PromptStyle style = PromptStyle::raw;
     std::string text;
     bool drawingSoon = false;
+    bool arrived = false;  // the first of it is there
   };
 
   void sourceChanged();
@@ -146,6 +149,7 @@ class CompletionEngine {
   void showLonger();
   bool presentRemaining();
   void insert(const std::string& text);
+  void recordArrival();
   void recordAccept(const std::string& text);
   void takeFix();
   void readAgain(std::size_t attempt);
