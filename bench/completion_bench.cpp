@@ -4,6 +4,7 @@
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/scripted_power.h"
+#include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
 #include "platform/scripted/scripted_secure_input.h"
 #include "platform/scripted/scripted_spell_checker.h"
@@ -55,7 +56,8 @@ struct Desk {
   }
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore file;
+  MemoryFileStore file, statsFile;
+  ScriptedRegion region;
   NoLog log;
   NoGhost ghost;
   FullContext context;
@@ -69,7 +71,9 @@ struct Desk {
   ProviderHub hub{one(catcher)};
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
+  StatsStore stats{statsFile, loop, log, region};
+  CompletionEngine engine{
+      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

@@ -59,6 +59,7 @@ Ports LinuxDesktop::ports() {
           onDevice_,
           background_,
           disk_,
+          region_,
           screenReader_,
           &clipboardText_,
           dataFolder(),

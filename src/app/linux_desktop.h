@@ -7,6 +7,7 @@
 #include "platform/linux/json_defaults_store.h"
 #include "platform/linux/linux_disk_space.h"
 #include "platform/linux/linux_permissions.h"
+#include "platform/linux/linux_region.h"
 #include "platform/linux/secret_service_store.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/tesseract_screen_reader.h"
@@ -57,6 +58,7 @@ class LinuxDesktop {
   AbsentOnDeviceModel onDevice_;
   UtilityWork background_;
   LinuxDiskSpace disk_;
+  LinuxRegion region_;
   TesseractScreenReader screenReader_;
   X11ClipboardText clipboardText_;
   std::optional<std::string> modelFile_;

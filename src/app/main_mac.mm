@@ -20,6 +20,7 @@
 #include "platform/mac/mac_pasteboard.h"
 #include "platform/mac/mac_permissions.h"
 #include "platform/mac/mac_power_source.h"
+#include "platform/mac/mac_region.h"
 #include "platform/mac/mac_screen_reader.h"
 #include "platform/mac/mac_screens.h"
 #include "platform/mac/mac_secret_store.h"
@@ -85,6 +86,7 @@ class Application {
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;
+  MacRegion region_;
   MacScreenReader screenReader_;
   MacClipboardText clipboardText_{[this] { return pasteboard_.isOurs(); }};
   AppModel model_{{.loop = loop_,
@@ -113,6 +115,7 @@ class Application {
                    .onDevice = onDevice_,
                    .background = background_,
                    .disk = disk_,
+                   .region = region_,
                    .screenReader = screenReader_,
                    .clipboardText = &clipboardText_,
                    .dataFolder = utf8String(dataFolder().path),

@@ -153,11 +153,20 @@ Json storedSettings(const ScriptedDesktop& desktop) {
   return stored;
 }
 
+Json shownStatistics(const ScriptedDesktop& desktop) {
+  Json statistics = desktop.stats.json();
+  statistics["streak"] = desktop.stats.streak();
+  statistics["summary"] = desktop.stats.summary();
+  return statistics;
+}
+
 void show(LineReader& line, ScriptedDesktop& desktop) {
   const std::string what = line.requiredText("what");
   Json value;
   if (what == "status")
     value = statusFields(desktop.engine.status());
+  else if (what == "stats")
+    value = shownStatistics(desktop);
   else if (what == "rules")
     value = desktop.rules.json();
   else if (what == "settings")

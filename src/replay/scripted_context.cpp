@@ -9,7 +9,8 @@ PromptContext ScriptedContext::gather(const FieldSnapshot& snapshot) {
   context.appName = snapshot.appName;
   context.windowTitle = windowTitle.value_or(snapshot.windowTitle.value_or(""));
   context.domain = domain.value_or(snapshot.domain.value_or(""));
-  context.now = text::longDate(loop_.wallNow(), locale, timeZone);
+  const Region region = region_.region();
+  context.now = text::longDate(loop_.wallNow(), region.locale, region.timeZone);
   return context;
 }
 

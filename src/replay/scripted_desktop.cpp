@@ -25,15 +25,16 @@ Json statusFields(const Status& status) {
 ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
     : output(stream, loop),
       field(output),
-      context(loop),
+      context(loop, region),
       replies(loop, output),
       prefs(defaults),
       rules(prefs, rulesFile, loop, log),
+      stats(statisticsFile, loop, log, region),
       hub(makeProviders(*this)),
       typo(spellChecker),
       power(powerSource, loop),
       ghost(output),
-      engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}),
+      engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {

@@ -10,6 +10,7 @@
 #include "platform/scripted/recording_log.h"
 #include "platform/scripted/scripted_event_tap.h"
 #include "platform/scripted/scripted_power.h"
+#include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
 #include "platform/scripted/scripted_secure_input.h"
 #include "platform/scripted/scripted_spell_checker.h"
@@ -32,13 +33,14 @@ class ScriptedDesktop {
   VirtualMainLoop loop;
   ReplayOutput output;
   MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile;
+  MemoryFileStore rulesFile, statisticsFile;
   RecordingLog log;
   ScriptedPower powerSource;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spellChecker;
   ScriptedScreens screens;
   ScriptedEventTap eventTap;
+  ScriptedRegion region;
   ScriptedField field;
   ScriptedContext context;
   ReplyQueue replies;
@@ -47,6 +49,7 @@ class ScriptedDesktop {
 
   Preferences prefs;
   AppRules rules;
+  StatsStore stats;
   ProviderHub hub;
   TypoChecker typo;
   PowerMonitor power;

@@ -14,7 +14,7 @@ void setClock(const std::string& moment, ScriptedDesktop& desktop) {
 
 void setTimeZone(const std::string& name, ScriptedDesktop& desktop) {
   if (!text::isTimeZone(name)) throw LineError("there is no time zone \"" + name + "\"");
-  desktop.context.timeZone = name;
+  desktop.region.current.timeZone = name;
 }
 
 void setFrontApp(const Json& value, ScriptedDesktop& desktop) {
@@ -43,7 +43,7 @@ void applyWorld(LineReader& line, ScriptedDesktop& desktop) {
   if (const auto onBattery = line.boolean("onBattery")) desktop.powerSource.setBattery(*onBattery);
   if (const auto secure = line.boolean("secureInput")) desktop.secureInput.on = *secure;
   if (const auto now = line.text("now")) setClock(*now, desktop);
-  if (auto locale = line.text("locale")) desktop.context.locale = *std::move(locale);
+  if (auto locale = line.text("locale")) desktop.region.current.locale = *std::move(locale);
   if (const auto zone = line.text("timeZone")) setTimeZone(*zone, desktop);
   if (line.has("frontApp")) setFrontApp(line.json("frontApp"), desktop);
   if (auto name = line.text("writerName")) desktop.context.gathered.writerName = *std::move(name);

@@ -7,6 +7,7 @@
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/recording_log.h"
 #include "platform/scripted/scripted_power.h"
+#include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
 #include "platform/scripted/scripted_secure_input.h"
 #include "platform/scripted/scripted_spell_checker.h"
@@ -67,7 +68,8 @@ struct EngineWorld {
 
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile;
+  MemoryFileStore rulesFile, statsFile;
+  ScriptedRegion region;
   RecordingLog log;
   ScriptedPower powerSource;
   ScriptedScreens screens;
@@ -81,7 +83,9 @@ struct EngineWorld {
   ProviderHub hub;
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, log}};
+  StatsStore stats{statsFile, loop, log, region};
+  CompletionEngine engine{
+      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
 };
 
 }  // namespace nimbletype

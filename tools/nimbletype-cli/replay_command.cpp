@@ -30,11 +30,11 @@ What happens:
   reply text|error|candidates  the engine's answer to a request: afterMs (50), times (1, 0: for ever)
   advance ms                   time passes
   suggestNow, toggleApp, toggleGlobal
-  show what                    "status", "rules" or "settings"
+  show what                    "status", "stats", "rules" or "settings"
 
 What is printed: status, request, cancel, ghost, insert, delete, field, key, log and state, each with "ms" and "t".
 
-Alternatives, emoji, statistics and writing memory are not part of this version; their lines end the run.
+Alternatives, emoji and writing memory are not part of this version; their lines end the run.
 
 Exit status: 0, or 2 after a line that is not valid, with one sentence that names it.
 )";

@@ -14,6 +14,7 @@ AppModel::AppModel(Ports ports)
       keyTap_(ports_.eventTap, ports_.log),
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),
+      stats_(ports_.statisticsFile, ports_.loop, ports_.log, ports_.region),
       modelStore_({ports_.loop, ports_.downloads, ports_.background, ports_.disk, ports_.log},
                   builtInModel(modelHub(ports_.defaults, ports_.log)), ports_.dataFolder / "Models"),
       namedModel_(ports_.modelFile),
@@ -27,11 +28,15 @@ AppModel::AppModel(Ports ports)
                 ports_.screenReader, ports_.clipboardText},
                prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, ports_.screens, ports_.secureInput,
-               power_, ports_.log}),
+               power_, stats_, ports_.log}),
       keys_(keyTap_, engine_, prefs_),
       permissions_(ports_.permissions, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
+  engine_.session().askTerminal([this] {
+    const auto front = ports_.workspace.frontmost();
+    return front && front->isTerminal;
+  });
   context_.onChange([this] { engine_.contextChanged(); });
   const auto showHintLabel = [this] {
     if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
@@ -53,6 +58,11 @@ bool AppModel::mayLookInto(const RunningApp& app) const {
 bool AppModel::start() {
   engine_.warmUp();
   return watch_.start();
+}
+
+void AppModel::stop() {
+  watch_.stop();
+  engine_.session().leave();
 }
 
 bool AppModel::canWrite() const {

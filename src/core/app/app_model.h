@@ -18,6 +18,7 @@
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_panel.h"
+#include "personal/stats_store.h"
 #include "platform/background_work.h"
 #include "platform/clipboard_text.h"
 #include "platform/defaults_store.h"
@@ -29,6 +30,7 @@
 #include "platform/http_downloads.h"
 #include "platform/on_device_model.h"
 #include "platform/pasteboard.h"
+#include "platform/region.h"
 #include "platform/screen_reader.h"
 #include "platform/secret_store.h"
 #include "platform/workspace.h"
@@ -63,6 +65,7 @@ struct Ports {
   OnDeviceModel& onDevice;
   BackgroundWork& background;
   DiskSpace& disk;
+  RegionSource& region;
   ScreenReader& screenReader;
   ClipboardText* clipboardText = nullptr;  // none where it cannot be told what was copied
   std::filesystem::path dataFolder;
@@ -81,8 +84,8 @@ class AppModel {
   // Starts following the user's typing, now or as soon as the desktop allows it. False when the key tap does
   // not run; everything else that is allowed runs all the same.
   bool start();
-  // Lets go of the keyboard, for quitting.
-  void stop() { watch_.stop(); }
+  // For quitting: lets go of the keyboard, and the field that has the focus is left.
+  void stop();
 
   // Whether there is an engine to ask, as far as that is known without asking one.
   bool canWrite() const;
@@ -90,6 +93,7 @@ class AppModel {
   CompletionEngine& engine() { return engine_; }
   Preferences& preferences() { return prefs_; }
   AppRules& rules() { return rules_; }
+  StatsStore& stats() { return stats_; }
   Permissions& permissions() { return permissions_; }
   PowerMonitor& power() { return power_; }
   ModelStore& modelStore() { return modelStore_; }
@@ -103,6 +107,7 @@ class AppModel {
   KeyTap keyTap_;
   Preferences prefs_;
   AppRules rules_;
+  StatsStore stats_;
   ModelStore modelStore_;
   NamedModel namedModel_;
   ProviderHub hub_;

@@ -73,6 +73,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   if (!forceNext_) demanded_ = false;
   if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
   snapshot_ = snapshot;
+  session_.seen(snapshot);
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
@@ -82,6 +83,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
 
 void CompletionEngine::fieldLost(const std::string& reason) {
   snapshot_.reset();
+  session_.leave();
   block(reason);
 }
 
@@ -232,7 +234,7 @@ void CompletionEngine::generate() {
   const CompletionRequest request =
       makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
                    s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
-  asked_ = Asked{*snapshot_, words, provider->promptStyle(), {}, false};
+  asked_ = Asked{*snapshot_, words, provider->promptStyle(), {}};
   streaming_ = provider->streams();
   last_.prompt = asked_->style == PromptStyle::raw ? request.rawPrompt : request.prompt;
   warmUp_.requested();
@@ -284,10 +286,16 @@ void CompletionEngine::adopt(std::string text) {
     suggestion_ = std::move(longer);
     return showLonger();
   }
+  if (!text.empty()) recordArrival();
   const bool fits = snapshot_ && snapshot_->fieldKey == asked_->snapshot.fieldKey &&
                     snapshot_->before == asked_->snapshot.before;
   if (fits && !text.empty())
     showSuggestion(makeSuggestion(std::move(text), snapshot_->before, snapshot_->fieldKey));
+}
+
+// What counts is the wait until there is something to read.
+void CompletionEngine::recordArrival() {
+  if (!std::exchange(asked_->arrived, true)) s_.stats.recordLatency(generation_.took());
 }
 
 // After the last text of a request: one that was typed out meanwhile makes room for the next.
@@ -306,6 +314,7 @@ void CompletionEngine::showSuggestion(Suggestion suggestion) {
   suggestion_ = std::move(suggestion);
   hintForSuggestion_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit;
   if (!presentRemaining()) return;
+  s_.stats.recordShown(s_.loop.wallNow());
   if (hintForSuggestion_) s_.prefs.keyHintsShown.set(s_.prefs.keyHintsShown.get() + 1);
   lastSuggestion_ = suggestion_->text;
   if (shownChanged_) shownChanged_();
@@ -424,6 +433,7 @@ bool CompletionEngine::acceptNext() {
   suggestion_->taken = std::max(suggestion_->taken, suggestion_->consumed) + length;
   const std::string method(rawValue(decision_.insertion));
   insert(chunk);
+  recordAccept(chunk);
   s_.log.log(logCategory, "accept next: " + std::to_string(length) + " chars via " + method);
   return true;
 }
@@ -436,6 +446,7 @@ bool CompletionEngine::acceptAll() {
   cancelWork();
   setStatus({});
   insert(rest);
+  recordAccept(rest);
   readAgain(0);
   return true;
 }
@@ -443,6 +454,12 @@ bool CompletionEngine::acceptAll() {
 void CompletionEngine::insert(const std::string& text) {
   lastInjection_ = {snapshot_->fieldKey, text, s_.loop.now()};
   source_->insert(text, decision_.insertion);
+}
+
+// A suggestion was taken, whole or in part.
+void CompletionEngine::recordAccept(const std::string& text) {
+  session_.accepted();
+  s_.stats.recordAccept(text, appRuleKey(snapshot_->bundleID), s_.loop.wallNow());
 }
 
 void CompletionEngine::takeFix() {

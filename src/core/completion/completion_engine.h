@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/completion/context_cache.h"
+#include "core/completion/field_session.h"
 #include "core/completion/gates.h"
 #include "core/completion/generation.h"
 #include "core/completion/key_commands.h"
@@ -20,6 +21,7 @@
 #include "input/power_monitor.h"
 #include "input/typo_checker.h"
 #include "overlay/ghost_content.h"
+#include "personal/stats_store.h"
 #include "platform/event_tap.h"
 #include "platform/screens.h"
 #include "platform/system_log.h"
@@ -41,6 +43,7 @@ class CompletionEngine {
     const Screens& screens;
     const SecureInput& secureInput;
     const PowerMonitor& power;
+    StatsStore& stats;
     SystemLog& log;
   };
   // The last generation, for diagnostics: what was asked and answered, and how long it took.
@@ -83,6 +86,8 @@ class CompletionEngine {
   const std::optional<FieldSnapshot>& snapshot() const { return snapshot_; }
   const RuleDecision& decision() const { return decision_; }
   const std::string& lastSuggestion() const { return lastSuggestion_; }
+  // The stay in the focused field; whoever keeps what was written there listens to it.
+  FieldSession& session() { return session_; }
   const LastGeneration& lastGeneration() const { return last_; }
   bool isShowing() const { return pendingFix_ || (suggestion_ && !suggestion_->remaining().empty()); }
   // Whether the engine asked last shows its text while it writes.
@@ -116,6 +121,7 @@ class CompletionEngine {
     PromptStyle style = PromptStyle::raw;
     std::string text;
     bool drawingSoon = false;
+    bool arrived = false;  // the first of it is there
   };
 
   void sourceChanged();
@@ -143,6 +149,8 @@ class CompletionEngine {
   void showLonger();
   bool presentRemaining();
   void insert(const std::string& text);
+  void recordArrival();
+  void recordAccept(const std::string& text);
   void takeFix();
   void readAgain(std::size_t attempt);
   void forgetShown();
@@ -156,6 +164,7 @@ class CompletionEngine {
   Status status_;
   std::optional<FieldSnapshot> snapshot_;
   RuleDecision decision_;
+  FieldSession session_;
   std::optional<Suggestion> suggestion_;
   std::optional<Fix> pendingFix_;
   std::optional<Injection> lastInjection_;

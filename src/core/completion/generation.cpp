@@ -25,12 +25,16 @@ void Generation::cancel() {
   done_ = nullptr;
 }
 
+Milliseconds Generation::took() const {
+  return std::chrono::duration_cast<Milliseconds>(loop_.now() - started_);
+}
+
 void Generation::finish(CompletionResult result) {
   if (!std::exchange(running_, false)) return;
-  const auto took = std::chrono::duration_cast<Milliseconds>(loop_.now() - started_);
+  const Milliseconds elapsed = took();
   auto done = std::exchange(done_, nullptr);
   timer_.cancel();
-  done({std::move(result), took});
+  done({std::move(result), elapsed});
 }
 
 }  // namespace nimbletype

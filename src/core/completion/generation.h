@@ -24,6 +24,8 @@ class Generation {
              CompletionProvider::PartialHandler grown, Done done);
   void cancel();
   bool isRunning() const { return running_; }
+  // How long ago the latest request was made.
+  Milliseconds took() const;
 
  private:
   void finish(CompletionResult result);
