@@ -1,6 +1,7 @@
 #!/bin/bash
 # Runs a command inside a private desktop: its own X server, session bus, accessibility bus and window manager.
 #   tests/support/with_desktop.sh COMMAND [ARGUMENT...]
+# NIMBLETYPE_SCREENS: the screens as Xvfb takes them, such as "-screen 0 1440x900x24 -screen 1 1440x900x24 +xinerama".
 # Everything started here ends with the command, each process group by its id. Logs stay silent unless something
 # does not come up; then one sentence says what.
 set -u
@@ -56,7 +57,7 @@ export LANG=C.UTF-8 LC_ALL=C.UTF-8 GDK_BACKEND=x11 QT_QPA_PLATFORM=xcb
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 GTK_MODULES=gail:atk-bridge GSETTINGS_BACKEND=memory
 
 : >"$scratch/display"
-start xvfb bash -c 'exec Xvfb -displayfd 3 -screen 0 1440x900x24 -dpi 96 -nolisten tcp -noreset 3>"$0"' "$scratch/display"
+start xvfb bash -c 'exec Xvfb -displayfd 3 ${NIMBLETYPE_SCREENS:--screen 0 1440x900x24} -dpi 96 -nolisten tcp -noreset 3>"$0"' "$scratch/display"
 await 20 "Xvfb did not name its display within 20 s" test -s "$scratch/display"
 DISPLAY=:$(tr -d '[:space:]' <"$scratch/display")
 export DISPLAY

@@ -98,6 +98,18 @@ void DesktopWindows::resize(xcb_window_t window, QSize size) const {
   syncWithServer(connection());
 }
 
+QRect DesktopWindows::wholeScreen() const {
+  const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection())).data;
+  return {0, 0, screen->width_in_pixels, screen->height_in_pixels};
+}
+
+void DesktopWindows::move(xcb_window_t window, QPoint corner) const {
+  const std::uint32_t values[] = {static_cast<std::uint32_t>(corner.x()),
+                                  static_cast<std::uint32_t>(corner.y())};
+  xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
+  syncWithServer(connection());
+}
+
 QImage DesktopWindows::pictureOf(xcb_window_t window, const QRect& part) const {
   const auto cookie =
       xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(part.x()),

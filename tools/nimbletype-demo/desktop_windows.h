@@ -27,9 +27,11 @@ class DesktopWindows {
   // How large programs started from now on draw their texts.
   void setFontResolution(int dotsPerInch) const;
   void resize(xcb_window_t window, QSize size) const;
+  void move(xcb_window_t window, QPoint corner) const;
 
   // What is to be seen of the window, or of this part of the screen.
   QImage pictureOf(xcb_window_t window, const QRect& part) const;
+  QRect wholeScreen() const;
   QImage screen(const QRect& part) const { return pictureOf(root(), part); }
 
  private:

@@ -24,8 +24,11 @@ std::string withPlainBlanks(std::string text) {
   return text;
 }
 
-Editor::Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows)
-    : windows_(windows), program_(knownProgram(name)), process_(startOf(program_, folder)) {
+Editor::Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows,
+               const EditorLook& look)
+    : windows_(windows),
+      program_(knownProgram(name)),
+      process_(dressed(startOf(program_, folder), program_, look, folder)) {
   awaitWindow();
   waitFor("a focused text field in " + name, [this] { return findField(); });
 }
@@ -45,6 +48,14 @@ void Editor::resize(QSize size) {
   waitFor("the new size of " + program_.name, [&] {
     const auto place = windows_.placeOf(window_);
     return place && place->width() == size.width();  // some need more height
+  });
+}
+
+void Editor::moveTo(QPoint corner) {
+  windows_.move(window_, corner);
+  waitFor("the new place of " + program_.name, [&] {
+    const auto place = windows_.placeOf(window_);
+    return place && (place->topLeft() - corner).manhattanLength() < 100;
   });
 }
 

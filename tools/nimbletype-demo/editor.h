@@ -4,7 +4,7 @@
 
 #include "platform/linux/atspi_accessibility.h"
 #include "tools/nimbletype-demo/desktop_windows.h"
-#include "tools/nimbletype-demo/editor_programs.h"
+#include "tools/nimbletype-demo/editor_look.h"
 
 namespace nimbletype {
 
@@ -16,7 +16,8 @@ std::string withPlainBlanks(std::string text);
 class Editor {
  public:
   // Files and settings go to `folder`; throws for a program this does not know how to start.
-  Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows);
+  Editor(const std::string& name, const std::filesystem::path& folder, const DesktopWindows& windows,
+         const EditorLook& look = {});
 
   std::string text();  // with plain blanks
   // Where the application says that text would be typed; none where it does not say.
@@ -26,6 +27,7 @@ class Editor {
   QPoint corner() const;  // of that picture on the screen
   pid_t processID() const { return process_.processID(); }
   void resize(QSize size);
+  void moveTo(QPoint corner);  // of the window within its frame
   // For applications that replace a field by another one as it is typed into.
   bool findField();
 

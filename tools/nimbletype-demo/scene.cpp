@@ -45,7 +45,7 @@ ScratchFolder::~ScratchFolder() {
 
 Scene::Scene(Cast cast)
     : cast_(std::move(cast)),
-      editor_(cast_.editor, folder_.path(), windows_),
+      editor_(cast_.editor, folder_.path(), windows_, cast_.look),
       trace_(folder_.path() / "trace") {}
 
 void Scene::writeSettings() const {

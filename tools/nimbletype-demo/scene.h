@@ -35,6 +35,7 @@ class Scene {
     // The program that serves the model, where the engine is not the application's own.
     std::string server = {};
     std::string settings = {};  // JSON, on top of those of the demo
+    EditorLook look = {};
   };
   explicit Scene(Cast cast);
 
@@ -55,6 +56,7 @@ class Scene {
   UserKeyboard& user() { return user_; }
   Editor& editor() { return editor_; }
   GhostWindow& ghost() { return *ghost_; }
+  const DesktopWindows& windows() const { return windows_; }
   TraceLog& trace() { return trace_; }
   ChildProcess& application() { return *application_; }
   std::string applicationLog() const;

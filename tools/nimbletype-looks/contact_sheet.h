@@ -1,0 +1,16 @@
+#pragma once
+#include <QImage>
+#include <QString>
+#include <vector>
+
+namespace nimbletype {
+
+struct Photo {
+  QString caption;
+  QImage picture;
+};
+
+// All pictures on one sheet, pixel for pixel, each under its caption. Needs a QGuiApplication.
+QImage contactSheet(const std::vector<Photo>& photos);
+
+}  // namespace nimbletype

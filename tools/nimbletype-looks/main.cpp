@@ -1,0 +1,60 @@
+// Takes pictures of suggestions in real applications and puts them on one sheet.
+//   tests/support/with_desktop.sh nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]
+// A scene is known by the name of its picture; a part of the name stands for all that contain it.
+#include <QGuiApplication>
+#include <algorithm>
+#include <cstdio>
+
+#include "tools/nimbletype-demo/waiting.h"
+#include "tools/nimbletype-looks/contact_sheet.h"
+#include "tools/nimbletype-looks/photo_session.h"
+
+namespace {
+
+using namespace nimbletype;
+
+struct Order {
+  std::string application;
+  std::filesystem::path out;
+  std::vector<std::string> names;  // empty: all
+
+  bool wants(const std::string& name) const {
+    return names.empty() || std::ranges::any_of(names, [&](const std::string& part) {
+             return name.find(part) != std::string::npos;
+           });
+  }
+};
+
+// Whether all came out.
+bool takeAll(const Order& order, std::vector<Photo>& photos) {
+  PhotoSession session(order.application);
+  bool complete = true;
+  for (const PhotoScene& scene : photoScenes()) {
+    if (!order.wants(scene.name)) continue;
+    try {
+      photos.push_back({scene.name, session.take(scene)});
+      photos.back().picture.save(QString::fromStdString(order.out / (std::string(scene.name) + ".png")));
+      std::printf("%s\n", scene.name);
+    } catch (const GaveUp& failure) {
+      complete = false;
+      std::printf("%s: FAILED: %s\n", scene.name, failure.what());
+    }
+    std::fflush(stdout);
+  }
+  return complete;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) return std::fputs("usage: nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]\n", stderr), 2;
+  const QGuiApplication application(argc, argv);
+  giveUpOnSignals();
+  const Order order{argv[1], argv[2], {argv + 3, argv + argc}};
+  std::filesystem::create_directories(order.out);
+  std::vector<Photo> photos;
+  const bool complete = takeAll(order, photos);
+  if (!contactSheet(photos).save(QString::fromStdString(order.out / "looks.png")))
+    return std::fputs("could not write the sheet\n", stderr), 1;
+  return complete ? 0 : 1;
+}

@@ -1,0 +1,58 @@
+#include "tools/nimbletype-looks/photo_session.h"
+
+#include "tools/nimbletype-demo/scene.h"
+
+namespace nimbletype {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int margin = 24;        // pixels around the window: a suggestion may stand out of it
+constexpr auto settling = 300ms;  // for carets to blink and buttons to fade
+
+std::string settingsOf(const PhotoScene& scene, const ScriptedModel& model) {
+  const std::string own = scene.settings;
+  // The checker's say only where a scene is about it.
+  const std::string others = R"("delayMilliseconds":0,"keyHintsShown":0,"hideOnTypo":false,"length":"long")";
+  const bool fixes = own.find("suggestFixes") != std::string::npos;
+  const bool hint = own.find("showKeyHint") != std::string::npos;
+  return "{" + model.settings() + "," + others + (fixes ? "" : R"(,"suggestFixes":false)") +
+         (hint ? "" : R"(,"showKeyHint":false)") + (own.empty() ? "" : "," + own) + "}";
+}
+
+void write(Scene& stage, const PhotoScene& scene) {
+  for (int line = 1; line <= scene.linesBefore; ++line) {
+    stage.user().type("This is line " + std::to_string(line));
+    stage.user().press(key::returnKey);
+  }
+  stage.user().type(scene.text);
+}
+
+void awaitSuggestion(Scene& stage, const PhotoScene& scene) {
+  const std::string wanted = scene.suggestion;
+  waitFor("the suggestion of " + std::string(scene.name), [&] {
+    if (!stage.ghost().onScreen()) return false;
+    stage.trace().readOn();
+    const auto& last = stage.trace().lastSuggestion();
+    return wanted.empty() || (last && wanted.starts_with(last->text) && last->before.ends_with(scene.text));
+  });
+}
+
+}  // namespace
+
+QImage PhotoSession::take(const PhotoScene& scene) {
+  ScriptedModel model;
+  model.willSay(scene.suggestion);
+  Scene stage({application_, "", scene.editor, {}, {}, settingsOf(scene, model), scene.look});
+  stage.editor().moveTo({scene.x, scene.y});
+  stage.editor().resize(QSize(scene.width, scene.height) * scene.look.scale);
+  stage.startApplication();
+  write(stage, scene);
+  awaitSuggestion(stage, scene);
+  rest(settling);
+  const QRect window(stage.editor().corner(), stage.editor().picture().size());
+  const QRect around = window.adjusted(-margin, -margin, margin, margin);
+  return stage.windows().screen(around & stage.windows().wholeScreen());
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,22 @@
+#pragma once
+#include <QImage>
+#include <string>
+
+#include "tests/e2e/field_table/scripted_model.h"
+#include "tools/nimbletype-looks/scenes.h"
+
+namespace nimbletype {
+
+// Plays scenes with the real application and takes their pictures.
+class PhotoSession {
+ public:
+  explicit PhotoSession(std::string application) : application_(std::move(application)) {}
+
+  // The window with what surrounds it, the suggestion standing in it; throws when it does not come to that.
+  QImage take(const PhotoScene& scene);
+
+ private:
+  std::string application_;
+};
+
+}  // namespace nimbletype

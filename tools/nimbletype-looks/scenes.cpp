@@ -1,0 +1,99 @@
+#include "tools/nimbletype-looks/scenes.h"
+
+#include <array>
+
+namespace nimbletype {
+namespace {
+
+constexpr const char* letter = "Thank you for your letter. We are glad to";
+constexpr const char* greeting = "Thank you for";
+constexpr const char* greetingRest = " your letter";
+constexpr const char* shortRest = " hear from you again";
+constexpr const char* longRest =
+    " hear that the work on the old river bank has begun and that the boats may pass";
+constexpr const char* misspelled = "We will see you tomorrow at teh ";
+constexpr EditorLook dark{.dark = true}, doubled{.scale = 2}, darkDoubled{.dark = true, .scale = 2};
+constexpr const char* tinted = R"("ghostStyle":"tinted")";
+constexpr const char* hinted = R"("showKeyHint":true)";
+constexpr const char* fixing = R"("suggestFixes":true)";
+
+constexpr std::array scenes{
+    PhotoScene{.name = "gtk-light", .editor = "mousepad", .text = letter, .suggestion = shortRest},
+    PhotoScene{
+        .name = "gtk-dark", .editor = "mousepad", .text = letter, .suggestion = shortRest, .look = dark},
+    PhotoScene{.name = "gtk-tinted",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = shortRest,
+               .settings = tinted},
+    PhotoScene{.name = "gtk-key-hint",
+               .editor = "mousepad",
+               .text = greeting,
+               .suggestion = greetingRest,
+               .settings = hinted},
+    PhotoScene{
+        .name = "gtk-fix", .editor = "mousepad", .text = misspelled, .suggestion = "", .settings = fixing},
+    PhotoScene{.name = "gtk-wrapped-below", .editor = "mousepad", .text = letter, .suggestion = longRest},
+    PhotoScene{.name = "gtk-wrapped-dark",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = longRest,
+               .look = dark},
+    PhotoScene{.name = "gtk-end-of-scrolled-field",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = longRest,
+               .linesBefore = 20,
+               .y = 700},
+    PhotoScene{
+        .name = "gtk-scale-2", .editor = "mousepad", .text = letter, .suggestion = longRest, .look = doubled},
+    PhotoScene{.name = "qt-light", .editor = "featherpad", .text = letter, .suggestion = shortRest},
+    PhotoScene{
+        .name = "qt-dark", .editor = "featherpad", .text = letter, .suggestion = shortRest, .look = dark},
+    PhotoScene{.name = "qt-wrapped-below", .editor = "featherpad", .text = letter, .suggestion = longRest},
+    PhotoScene{.name = "qt-end-of-scrolled-field",
+               .editor = "featherpad",
+               .text = letter,
+               .suggestion = longRest,
+               .linesBefore = 20},
+    PhotoScene{.name = "qt-scale-2",
+               .editor = "featherpad",
+               .text = letter,
+               .suggestion = longRest,
+               .look = doubled},
+    PhotoScene{
+        .name = "page-light", .editor = "chromium", .height = 260, .text = letter, .suggestion = shortRest},
+    PhotoScene{.name = "page-dark",
+               .editor = "chromium",
+               .height = 260,
+               .text = letter,
+               .suggestion = shortRest,
+               .look = dark},
+    PhotoScene{.name = "page-wrapped-below",
+               .editor = "chromium",
+               .height = 260,
+               .text = letter,
+               .suggestion = longRest},
+    PhotoScene{.name = "page-scale-2-dark",
+               .editor = "chromium",
+               .height = 260,
+               .text = letter,
+               .suggestion = longRest,
+               .look = darkDoubled},
+    PhotoScene{.name = "document",
+               .editor = "writer",
+               .width = 900,
+               .height = 500,
+               .text = letter,
+               .suggestion = shortRest},
+    PhotoScene{
+        .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
+};
+
+}  // namespace
+
+std::span<const PhotoScene> photoScenes() {
+  return scenes;
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,23 @@
+#pragma once
+#include <span>
+
+#include "tools/nimbletype-demo/editor_look.h"
+
+namespace nimbletype {
+
+// A text in a window of a real application, and the suggestion for it.
+struct PhotoScene {
+  const char* name;               // of the picture
+  const char* editor;             // an EditorProgram's
+  int width = 560, height = 150;  // of the window, in its own pixels
+  const char* text;
+  const char* suggestion;     // none: that of the spelling checker
+  const char* settings = "";  // JSON members, on top of those of all scenes
+  EditorLook look = {};
+  int linesBefore = 0;  // typed before the text, to fill the field
+  int x = 60, y = 60;   // of the window on the screen, in pixels
+};
+
+std::span<const PhotoScene> photoScenes();
+
+}  // namespace nimbletype
