@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "app/linux_desktop.h"
+#include "app/quit_signals.h"
 #include "app/stage_trace.h"
 #include "platform/linux/x11_display.h"
 
@@ -90,5 +91,8 @@ int main(int argc, char** argv) {
   if (!model.canWrite())
     std::printf("The engine in use cannot write yet; nimbletype-cli doctor tells what to do.\n");
   std::fflush(stdout);
-  return QGuiApplication::exec();
+  nimbletype::quitOnSignals();
+  const int status = QGuiApplication::exec();
+  model.stop();
+  return status;
 }

@@ -77,6 +77,22 @@ TEST_F(EngineTest, AnInsertionThatNeverArrivedCanBeTakenAgain) {
   EXPECT_THAT(field.inserted, ElementsAre(" is ", "is "));
 }
 
+TEST_F(EngineTest, ASuggestionThatGrowsAndIsDrawnAgainCountsOnce) {
+  ask("This");
+  loop.advance(Milliseconds(84));
+  grow(" is how");
+  grow(" is how it");
+  field.change("This i");
+  loop.advance(Milliseconds(500));
+  provider->answer(Completion{" is how it goes", {}});
+  engine.acceptAll();
+  loop.advance(Milliseconds(1000));
+  suggest("This is how it goes.", "   ");
+  const DayStats day = stats.today();
+  EXPECT_THAT(std::vector({day.shown, day.accepts, day.words, day.characters}), ElementsAre(1, 1, 4, 13));
+  EXPECT_THAT(stats.latencies(), ElementsAre(100)) << "until there was something to read";
+}
+
 TEST_F(EngineTest, KeysAreTakeableOnlyWhileSomethingIsShown) {
   EXPECT_THAT(engine.takeableKeys(), IsEmpty());
   int changes = 0;

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <fstream>
+#include <nlohmann/json.hpp>
 
 #include "core/completion/suggestion.h"
 #include "tests/support/desktop_session.h"
+#include "text/text.h"
 #include "tools/nimbletype-demo/scene.h"
 
 namespace nimbletype {
@@ -44,6 +47,20 @@ TEST_F(StoppedApplication, KeysArriveOnceItIsKilled) {
   scene_->application().signal(SIGKILL);
   waitFor("the application to be gone", [this] { return !scene_->application().isRunning(); });
   expectThatKeysArrive();
+}
+
+TEST_F(StoppedApplication, LosesNoFiguresWhenTheSessionEnds) {
+  const std::string word(nextChunk(scene_->offered().value_or(""), true, true));
+  scene_->user().press(key::tab);
+  document_ += word;
+  awaitDocument("the word taken");
+  scene_->application().signal(SIGTERM);
+  waitFor("the application to end", [this] { return !scene_->application().isRunning(); });
+  std::ifstream file(scene_->dataFolder() / "stats.json");
+  const auto statistics = nlohmann::json::parse(file);
+  ASSERT_EQ(statistics.at("days").size(), 1U);
+  EXPECT_EQ(statistics.at("days").front().at("accepts"), 1);
+  EXPECT_EQ(statistics.at("days").front().at("characters"), text::characterCount(word));
 }
 
 TEST_F(StoppedApplication, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {

@@ -13,5 +13,6 @@ int doctor(Arguments arguments);
 int download(Arguments arguments);
 int models(Arguments arguments);
 int replay(Arguments arguments);
+int stats(Arguments arguments);
 
 }  // namespace nimbletype::cli

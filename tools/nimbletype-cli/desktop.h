@@ -10,6 +10,7 @@
 #include "platform/http_downloads.h"
 #include "platform/main_loop.h"
 #include "platform/on_device_model.h"
+#include "platform/region.h"
 #include "platform/secret_store.h"
 #include "platform/system_log.h"
 
@@ -28,6 +29,7 @@ class Desktop {
   virtual OnDeviceModel& onDevice() = 0;
   virtual BackgroundWork& background() = 0;
   virtual DiskSpace& disk() = 0;
+  virtual RegionSource& region() = 0;
   virtual DefaultsStore& defaults() = 0;  // the application's own settings
   virtual std::filesystem::path dataFolder() const = 0;
   // Serves the loop until the condition, looked at after every turn, holds.

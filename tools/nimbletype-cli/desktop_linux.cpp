@@ -7,6 +7,7 @@
 #include "platform/linux/json_defaults_store.h"
 #include "platform/linux/linux_disk_space.h"
 #include "platform/linux/linux_paths.h"
+#include "platform/linux/linux_region.h"
 #include "platform/linux/secret_service_store.h"
 #include "platform/linux/stderr_log.h"
 #include "platform/linux/utility_work.h"
@@ -32,6 +33,7 @@ class LinuxDesktop : public Desktop {
   OnDeviceModel& onDevice() override { return made(onDevice_, loop_); }
   BackgroundWork& background() override { return made(background_, loop_); }
   DiskSpace& disk() override { return disk_; }
+  RegionSource& region() override { return region_; }
   DefaultsStore& defaults() override { return made(defaults_, settings_, loop_, log_); }
   std::filesystem::path dataFolder() const override { return nimbletype::dataFolder(); }
 
@@ -48,6 +50,7 @@ class LinuxDesktop : public Desktop {
   StderrLog log_{false};
   QtMainLoop loop_;
   LinuxDiskSpace disk_;
+  LinuxRegion region_;
   AtomicFile settings_{nimbletype::dataFolder() / "settings.json"};
   std::optional<QtHttpClient> http_;
   std::optional<QtHttpDownloads> downloads_;

@@ -9,6 +9,7 @@
 #include "platform/mac/mac_http_downloads.h"
 #include "platform/mac/mac_main_loop.h"
 #include "platform/mac/mac_on_device_model.h"
+#include "platform/mac/mac_region.h"
 #include "platform/mac/mac_secret_store.h"
 #include "platform/mac/mac_text.h"
 
@@ -29,6 +30,7 @@ class MacDesktop : public Desktop {
   OnDeviceModel& onDevice() override { return onDevice_; }
   BackgroundWork& background() override { return background_; }
   DiskSpace& disk() override { return disk_; }
+  RegionSource& region() override { return region_; }
   DefaultsStore& defaults() override { return defaults_; }
   std::filesystem::path dataFolder() const override { return utf8String(nimbletype::dataFolder().path); }
 
@@ -46,6 +48,7 @@ class MacDesktop : public Desktop {
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;
+  MacRegion region_;
   // A program without a bundle reads the application's settings by the name of its domain.
   MacDefaultsStore defaults_{@"com.moravelle.nimbletype"};
 };

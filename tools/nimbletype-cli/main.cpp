@@ -19,6 +19,7 @@ constexpr Command commands[] = {
     {"download", nimbletype::cli::download, "fetch the built-in engine's model"},
     {"models", nimbletype::cli::models, "show every engine and the models it offers"},
     {"replay", nimbletype::cli::replay, "run the core over a scripted desktop"},
+    {"stats", nimbletype::cli::stats, "show the words that suggestions saved"},
 };
 
 int usage(std::FILE* stream, int status) {

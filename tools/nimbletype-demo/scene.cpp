@@ -54,9 +54,8 @@ void Scene::writeSettings() const {
   if (!cast_.engine.empty()) settings["engine"] = cast_.engine;
   if (server_) settings.update({{"serverURL", server_->url("/v1")}, {"serverModel", servedModel}});
   if (!cast_.settings.empty()) settings.update(nlohmann::json::parse(cast_.settings));
-  const auto folder = folder_.path() / "data" / "Nimbletype";
-  std::filesystem::create_directories(folder);
-  std::ofstream(folder / "settings.json") << settings.dump();
+  std::filesystem::create_directories(dataFolder());
+  std::ofstream(dataFolder() / "settings.json") << settings.dump();
 }
 
 std::chrono::milliseconds Scene::startApplication() {

@@ -60,6 +60,8 @@ class Scene {
   TraceLog& trace() { return trace_; }
   ChildProcess& application() { return *application_; }
   std::string applicationLog() const;
+  // Where the application keeps its files.
+  std::filesystem::path dataFolder() const { return folder_.path() / "data" / "Nimbletype"; }
   // What counts from the next start of the application on.
   void setSettings(std::string json) { cast_.settings = std::move(json); }
 
