@@ -17,7 +17,8 @@ enum class OffsetUnit { codePoint, utf16 };
 // What has to be known of an application to understand what it tells.
 struct AtspiToolkit {
   OffsetUnit unit = OffsetUnit::utf16;
-  bool isOffice = false;  // LibreOffice draws inside GTK windows and leaves their menu bar out of account
+  bool insertsBytes = false;  // the length of what is to be inserted, whatever its offsets count
+  bool isOffice = false;      // LibreOffice draws inside GTK windows and leaves their menu bar out of account
 };
 
 // The connection to the accessibility bus, and what is known of the applications on it. Connecting turns
