@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "input/caret_in_line.h"
 #include "input/field_role.h"
 #include "input/text_around_caret.h"
 
@@ -44,12 +45,15 @@ std::optional<TopLeftRect> frameFrom(const AttributeValue& value) {
   return usable ? frame : std::nullopt;
 }
 
-// A line start outside the field has been scrolled away sideways or was never there.
-std::optional<double> leftEdge(const AttributeValue& value, const std::optional<TopLeftRect>& frame) {
+// Where the first character of a paragraph begins. A line start outside the field has been scrolled away
+// sideways or was never there.
+std::optional<double> startOf(const AttributeValue& value, text::Direction direction,
+                              const std::optional<TopLeftRect>& frame) {
   const auto box = valueAs<TopLeftRect>(value);
   if (!box || box->height <= 0) return std::nullopt;
-  if (frame && (box->x < frame->x - 1 || box->x > frame->right())) return std::nullopt;
-  return box->x;
+  const double x = direction == text::Direction::rightToLeft ? box->right() : box->x;
+  if (frame && (x < frame->x - 1 || x > frame->right() + 1)) return std::nullopt;
+  return x;
 }
 
 }  // namespace
@@ -107,8 +111,9 @@ std::optional<FieldText> FieldTextReader::read(const AXElement& element, const F
   const auto start = wraps ? paragraphStart(*textBefore, caret) : std::nullopt;
   if (!start) return text;
   const bool right = guessed && *start == paragraph_.start;
-  text.lineStartX = leftEdge(
-      right ? values[lineAt] : element.value({"AXBoundsForRange", TextRange{*start, 1}}), state.frame);
+  text.lineStartX =
+      startOf(right ? values[lineAt] : element.value({"AXBoundsForRange", TextRange{*start, 1}}),
+              lineAroundCaret(text.before, text.after).direction, state.frame);
   paragraph_ = {element, *start};
   return text;
 }

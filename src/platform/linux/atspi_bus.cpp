@@ -54,7 +54,7 @@ AtspiToolkit toolkitOf(const std::string& toolkit, const std::string& applicatio
   if (name == "gtk" && lowercase(application) == "soffice") return {.insertsBytes = true, .isOffice = true};
   if (name == "gtk" || name == "chromium" || name == "webkitgtk")
     return {.unit = OffsetUnit::codePoint, .insertsBytes = true};
-  return {};
+  return {.isQt = name.empty() || name.starts_with("qt")};
 }
 
 }  // namespace

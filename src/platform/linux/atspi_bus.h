@@ -18,7 +18,8 @@ enum class OffsetUnit { codePoint, utf16 };
 struct AtspiToolkit {
   OffsetUnit unit = OffsetUnit::utf16;
   bool insertsBytes = false;  // the length of what is to be inserted, whatever its offsets count
-  bool isOffice = false;      // LibreOffice draws inside GTK windows and leaves their menu bar out of account
+  bool isQt = false;
+  bool isOffice = false;  // LibreOffice draws inside GTK windows and leaves their menu bar out of account
 };
 
 // The connection to the accessibility bus, and what is known of the applications on it. Connecting turns

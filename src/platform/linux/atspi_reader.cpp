@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "text/direction.h"
+
 namespace nimbletype {
 namespace {
 
@@ -125,6 +127,23 @@ Decode askBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own
   };
 }
 
+// Qt places each character as if it ran from left to right from where it begins.
+Decode askQtBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own) {
+  constexpr std::int64_t context = 64;
+  const auto box = askBounds(batch, element, own);
+  if (own.length == 0) return box;
+  const std::int64_t from = std::max<std::int64_t>(0, own.location - context);
+  const auto text = askString(batch, element, {from, own.location + 1 - from});
+  return [=](const DBusBatch& b) {
+    AttributeValue value = box(b);
+    auto* rect = std::get_if<TopLeftRect>(&value);
+    const AttributeValue shown = text(b);
+    const auto* upToCharacter = std::get_if<std::string>(&shown);
+    if (rect && upToCharacter && text::endsRightToLeft(*upToCharacter)) rect->x -= rect->width;
+    return value;
+  };
+}
+
 Decode askFont(DBusBatch& batch, const AtspiRef& element, const TextRange& own, double dotsPerInch) {
   const auto run = batch.call(callOn(element, atspi::textInterface, "GetAttributeRun",
                                      g_variant_new("(ib)", static_cast<gint32>(own.location), TRUE)));
@@ -205,6 +224,7 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
   }
   if (!position) return;
   position_ = position->finish(bus_, deadline);
+  isQt_ = bus_.toolkit(element->bus(), deadline).isQt;
   if (!position_.hasCaret) return;
   for (std::size_t i = 0; i < reads.size(); ++i) {
     if (reads[i].attribute == "AXSelectedTextRange") values[i] = position_.selection();
@@ -250,7 +270,8 @@ AtspiReader::Decode AtspiReader::askInText(DBusBatch& batch, const AttributeRead
   if (!range) return nullptr;
   const TextRange own = position_.own(*range);
   if (read.attribute == "AXStringForRange") return askString(batch, position_.element, own);
-  if (read.attribute == boundsForRange) return askBounds(batch, position_.element, own);
+  if (read.attribute == boundsForRange)
+    return (isQt_ ? askQtBounds : askBounds)(batch, position_.element, own);
   if (read.attribute == "AXFontForRange") return askFont(batch, position_.element, own, fontDotsPerInch_);
   return nullptr;
 }

@@ -41,6 +41,7 @@ class AtspiReader {
   AtspiContentShift shift_;
   double fontDotsPerInch_;
   AtspiTextPosition position_;  // of the element read last, until something happens to it
+  bool isQt_ = false;           // that element is one of Qt's
   AtspiFlatLines flatLines_;
 };
 

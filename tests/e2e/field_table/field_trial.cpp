@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/nimbletype-demo/ink.h"
+#include "text/direction.h"
 
 namespace nimbletype {
 namespace {
@@ -95,7 +95,8 @@ std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::p
   const auto caret = scene_.editor().caret();
   const auto ghost = scene_.ghost().onScreen();
   if (!caret || !ghost) throw GaveUp(caret ? "the ghost went" : "the field tells no caret");
-  const double right = ghost->left() - caret->x;
+  const bool rightToLeft = text::endsRightToLeft(text.text);
+  const double right = (rightToLeft ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
   const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
   scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
 
