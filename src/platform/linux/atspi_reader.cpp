@@ -223,23 +223,29 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
     if (element->isApplication() && !isAnswered) values[i] = readFocus(element, reads[i], deadline);
   }
   if (!position) return;
-  position_ = position->finish(bus_, deadline);
+  using Extent = AtspiPositionReading::Extent;
+  rich_ = richReader_.read(element, deadline);
+  position_ = position->finish(bus_, deadline, rich_ ? Extent::none : Extent::aroundCaret);
   isQt_ = bus_.toolkit(element->bus(), deadline).isQt;
   if (!position_.hasCaret) return;
   for (std::size_t i = 0; i < reads.size(); ++i) {
-    if (reads[i].attribute == "AXSelectedTextRange") values[i] = position_.selection();
+    if (reads[i].attribute == "AXSelectedTextRange")
+      values[i] = rich_ ? rich_->selection() : position_.selection();
     if (reads[i].attribute == "AXNumberOfCharacters")
-      values[i] = static_cast<double>(position_.offsets.toUtf16(position_.count));
+      values[i] = static_cast<double>(rich_ ? rich_->size() : position_.offsets.toUtf16(position_.count));
   }
 }
 
 void AtspiReader::forget(const AtspiRef& element) {
-  if (sameObject(position_.element, element)) position_ = {};
+  const bool isPart = position_.element && richReader_.isWithin(element, position_.element);
+  if (isPart || sameObject(position_.element, element)) position_ = {};
+  richReader_.forget(element);
 }
 
 void AtspiReader::readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                              Values& values) {
   if (!sameObject(position_.element, element) || position_.isSecure) return;
+  if (rich_) return readInRichText(reads, deadline, values);
   DBusBatch batch(bus_.connection(), deadline);
   std::vector<Decode> decoders(reads.size());
   bool asksForBoxes = false;
@@ -273,6 +279,32 @@ AtspiReader::Decode AtspiReader::askInText(DBusBatch& batch, const AttributeRead
   if (read.attribute == boundsForRange)
     return (isQt_ ? askQtBounds : askBounds)(batch, position_.element, own);
   if (read.attribute == "AXFontForRange") return askFont(batch, position_.element, own, fontDotsPerInch_);
+  return nullptr;
+}
+
+void AtspiReader::readInRichText(std::span<const AttributeRead> reads, Deadline deadline,
+                                 Values& values) const {
+  DBusBatch batch(bus_.connection(), deadline);
+  std::vector<Decode> decoders(reads.size());
+  for (std::size_t i = 0; i < reads.size(); ++i) decoders[i] = askInRichText(batch, reads[i]);
+  batch.wait();
+  for (std::size_t i = 0; i < reads.size(); ++i)
+    if (decoders[i]) values[i] = decoders[i](batch);
+}
+
+AtspiReader::Decode AtspiReader::askInRichText(DBusBatch& batch, const AttributeRead& read) const {
+  const auto answer = [](std::string text) {
+    return [=](const DBusBatch&) -> AttributeValue { return text; };
+  };
+  if (read.attribute == "AXValue" && rich_->size() > 0) return answer(rich_->text({0, longestValue}));
+  const auto* range = std::get_if<TextRange>(&read.parameter);
+  if (!range) return nullptr;
+  if (read.attribute == "AXStringForRange") return answer(rich_->text(*range));
+  const auto place = rich_->placeOf(*range);
+  if (!place) return nullptr;
+  const TextRange own{place->start, place->end - place->start};
+  if (read.attribute == boundsForRange) return askBounds(batch, place->element, own);
+  if (read.attribute == "AXFontForRange") return askFont(batch, place->element, own, fontDotsPerInch_);
   return nullptr;
 }
 

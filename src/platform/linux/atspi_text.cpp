@@ -87,7 +87,7 @@ AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline,
     at.end = std::max(*from, *to);
   }
   at.unit = bus.toolkit(element_->bus(), deadline).unit;
-  if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint)
+  if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint && extent != Extent::none)
     at.offsets = offsetsFor(bus, at, extent == Extent::all, deadline);
   return at;
 }

@@ -31,8 +31,8 @@ class AtspiPositionReading {
  public:
   AtspiPositionReading(DBusBatch& batch, AtspiRef element);
   // Where the toolkit counts code points this reads text as well, in one more round trip: that around the
-  // caret, or all of it.
-  enum class Extent { aroundCaret, all };
+  // caret, all of it, or none.
+  enum class Extent { aroundCaret, all, none };
   AtspiTextPosition finish(AtspiBus& bus, Deadline deadline, Extent extent = Extent::aroundCaret) const;
 
  private:
