@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "input/wrapped_text.h"
-#include "text/direction.h"
+#include "text/right_to_left.h"
 
 namespace nimbletype {
 namespace {
@@ -42,11 +42,12 @@ CaretPlace estimateCaret(std::string_view before, const TopLeftRect& frame, cons
                          const FontMetrics& metrics) {
   const double height = lineHeight(font, metrics);
   const double room = std::max(frame.width - 2 * inset, narrowest);
-  const bool fromRight = text::baseDirection(lastLine(before)) == text::Direction::rightToLeft;
-  const double start = fromRight ? frame.right() - inset : frame.x + inset;
+  const bool fromRight = text::startsRightToLeft(lastLine(before));
+  const double left = frame.x + inset, right = frame.right() - inset;
   const auto at = [&](double width, double top) {
-    const double advance = std::min(frame.width - 2 * inset, width);
-    return CaretPlace{{fromRight ? start - advance : start + advance, top, 1, height}, start};
+    const double advance = std::min(right - left, width);
+    return fromRight ? CaretPlace{{right - advance, top, 1, height}, {}}
+                     : CaretPlace{{left + advance, top, 1, height}, left};
   };
   if (frame.height < singleLine * height)
     return at(metrics.width(font, lastLine(before)), frame.y + (frame.height - height) / 2);

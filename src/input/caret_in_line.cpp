@@ -7,7 +7,6 @@
 namespace nimbletype {
 namespace {
 
-using text::Direction;
 using Box = std::optional<TopLeftRect>;
 
 std::string_view firstLine(std::string_view s) {
@@ -37,8 +36,8 @@ CaretPlace caretAt(double x, const TopLeftRect& row) {
 LineAroundCaret lineAroundCaret(std::string_view before, std::string_view after) {
   LineAroundCaret line;
   const std::string_view text = lastLine(before), rest = firstLine(after);
-  line.direction = text::baseDirection(text);
-  line.tail = text::directionTail(text, line.direction);
+  line.rightToLeft = text::startsRightToLeft(text);
+  line.tail = text::paragraphTail(text, line.rightToLeft);
   line.atEnd = text::isBlank(rest);
   return line;
 }
@@ -49,13 +48,12 @@ std::optional<CaretPlace> caretInLine(const LineAroundCaret& line, const CaretBo
                                       const LineEndBoxes& end) {
   if (!isUsable(boxes.previousCharacter)) return std::nullopt;
   const TopLeftRect& previous = *boxes.previousCharacter;
-  const bool rightToLeft = line.direction == Direction::rightToLeft;
   if (line.needsTail() && isUsable(end.lastOwn) && isUsable(end.tail) && shareRow(*end.tail, *end.lastOwn)) {
     const bool leftOfOwn = end.tail->x < end.lastOwn->x;
-    if (rightToLeft != leftOfOwn) return caretAt(leftOfOwn ? previous.x : previous.right(), previous);
-    return caretAt(rightToLeft ? end.tail->x : end.tail->right(), previous);
+    if (line.rightToLeft != leftOfOwn) return caretAt(leftOfOwn ? previous.x : previous.right(), previous);
+    return caretAt(line.rightToLeft ? end.tail->x : end.tail->right(), previous);
   }
-  const bool atLeft = rightToLeft != line.tail.runsOtherWay;
+  const bool atLeft = line.rightToLeft != line.tail.runsOtherWay;
   return caretAt(atLeft ? previous.x : previous.right(), previous);
 }
 

@@ -4,18 +4,18 @@
 #include <string_view>
 
 #include "input/caret_geometry.h"
-#include "text/direction.h"
+#include "text/right_to_left.h"
 
 namespace nimbletype {
 
 // What has to be known of the text around a caret where not all of it runs from left to right.
 struct LineAroundCaret {
-  text::Direction direction = text::Direction::leftToRight;  // of the caret's paragraph
-  text::DirectionTail tail;                                  // of what stands before the caret in it
-  bool atEnd = false;                                        // nothing but blanks stands behind the caret
+  bool rightToLeft = false;  // the caret's paragraph runs so
+  text::ParagraphTail tail;  // of what stands before the caret in it
+  bool atEnd = false;        // nothing but blanks stands behind the caret
 
   // What follows such a caret stands at the right of the character before it.
-  bool isPlain() const { return direction == text::Direction::leftToRight && !tail.runsOtherWay; }
+  bool isPlain() const { return !rightToLeft && !tail.runsOtherWay; }
   // The boxes of both parts of the line are needed to tell where its end is.
   bool needsTail() const { return atEnd && tail.units > 0; }
 };

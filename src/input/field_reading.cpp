@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "input/caret_in_line.h"
 #include "input/field_role.h"
 #include "input/text_around_caret.h"
 
@@ -45,15 +44,12 @@ std::optional<TopLeftRect> frameFrom(const AttributeValue& value) {
   return usable ? frame : std::nullopt;
 }
 
-// Where the first character of a paragraph begins. A line start outside the field has been scrolled away
-// sideways or was never there.
-std::optional<double> startOf(const AttributeValue& value, text::Direction direction,
-                              const std::optional<TopLeftRect>& frame) {
+// A line start outside the field has been scrolled away sideways or was never there.
+std::optional<double> leftEdge(const AttributeValue& value, const std::optional<TopLeftRect>& frame) {
   const auto box = valueAs<TopLeftRect>(value);
   if (!box || box->height <= 0) return std::nullopt;
-  const double x = direction == text::Direction::rightToLeft ? box->right() : box->x;
-  if (frame && (x < frame->x - 1 || x > frame->right() + 1)) return std::nullopt;
-  return x;
+  if (frame && (box->x < frame->x - 1 || box->x > frame->right())) return std::nullopt;
+  return box->x;
 }
 
 }  // namespace
@@ -111,9 +107,8 @@ std::optional<FieldText> FieldTextReader::read(const AXElement& element, const F
   const auto start = wraps ? paragraphStart(*textBefore, caret) : std::nullopt;
   if (!start) return text;
   const bool right = guessed && *start == paragraph_.start;
-  text.lineStartX =
-      startOf(right ? values[lineAt] : element.value({"AXBoundsForRange", TextRange{*start, 1}}),
-              lineAroundCaret(text.before, text.after).direction, state.frame);
+  text.lineStartX = leftEdge(
+      right ? values[lineAt] : element.value({"AXBoundsForRange", TextRange{*start, 1}}), state.frame);
   paragraph_ = {element, *start};
   return text;
 }

@@ -1,6 +1,6 @@
 #include "tools/nimbletype-demo/editor.h"
 
-#include "text/direction.h"
+#include "text/right_to_left.h"
 #include "tools/nimbletype-demo/waiting.h"
 
 namespace nimbletype {

@@ -98,7 +98,12 @@ std::vector<std::string> commandOf(const EditorProgram& editor, const fs::path& 
 std::optional<EditorProgram> editorProgram(const std::string& name) {
   const Known* found = knownAs(name);
   if (!found) return std::nullopt;
-  return EditorProgram{found->name, found->program, found->role, found->page != nullptr};
+  return EditorProgram{.name = found->name,
+                       .program = found->program,
+                       .role = found->role,
+                       .hasPages = found->page != nullptr,
+                       .holdsOneLine = std::string_view(found->role) == "AXTextField",
+                       .tellsOneParagraph = name == "writer"};
 }
 
 std::vector<std::string> editorNames() {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "text/direction.h"
+#include "text/right_to_left.h"
 
 namespace nimbletype {
 namespace {

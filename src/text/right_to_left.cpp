@@ -1,4 +1,4 @@
-#include "text/direction.h"
+#include "text/right_to_left.h"
 
 #include <unicode/uchar.h>
 
@@ -21,20 +21,19 @@ UCharDirection directionOf(const CodePoint& point) {
 
 }  // namespace
 
-Direction baseDirection(std::string_view paragraph) {
+bool startsRightToLeft(std::string_view paragraph) {
   for (std::size_t at = 0; at < paragraph.size();) {
     const CodePoint point = codePointAt(paragraph, at);
     const UCharDirection direction = directionOf(point);
-    if (runsRightToLeft(direction)) return Direction::rightToLeft;
-    if (direction == U_LEFT_TO_RIGHT) return Direction::leftToRight;
+    if (runsRightToLeft(direction)) return true;
+    if (direction == U_LEFT_TO_RIGHT) return false;
     at += point.size;
   }
-  return Direction::leftToRight;
+  return false;
 }
 
-DirectionTail directionTail(std::string_view paragraph, Direction base) {
-  const bool rightToLeft = base == Direction::rightToLeft;
-  DirectionTail tail;
+ParagraphTail paragraphTail(std::string_view paragraph, bool rightToLeft) {
+  ParagraphTail tail;
   for (std::size_t end = paragraph.size(); end > 0;) {
     const CodePoint point = codePointBefore(paragraph, end);
     const UCharDirection direction = directionOf(point);
