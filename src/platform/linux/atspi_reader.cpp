@@ -224,7 +224,8 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
   }
   if (!position) return;
   using Extent = AtspiPositionReading::Extent;
-  rich_ = richReader_.read(element, deadline);
+  rich_.reset();
+  if (position->isEditable()) rich_ = richReader_.read(element, deadline);
   position_ = position->finish(bus_, deadline, rich_ ? Extent::none : Extent::aroundCaret);
   isQt_ = bus_.toolkit(element->bus(), deadline).isQt;
   if (!position_.hasCaret) return;

@@ -47,7 +47,7 @@ class AtspiReader {
   AtspiRichReader richReader_;
   double fontDotsPerInch_;
   AtspiTextPosition position_;         // of the element read last, until something happens to it
-  std::optional<AtspiRichText> rich_;  // what that element's text is put together from
+  std::optional<AtspiRichText> rich_;  // what that text is put together from
   bool isQt_ = false;                  // that element is one of Qt's
   AtspiFlatLines flatLines_;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 #include "platform/linux/atspi_search.h"
 #include "text/text.h"
@@ -79,26 +80,34 @@ bool selects(const RichTextNode& node) {
 
 }  // namespace
 
+bool AtspiRichReader::ByName::operator()(const AtspiObject& a, const AtspiObject& b) const {
+  return std::tie(a.path(), a.bus()) < std::tie(b.path(), b.bus());
+}
+
+bool AtspiRichReader::isRich(const AtspiRef& text) const {
+  const auto found = isRich_.find(*text);
+  return found != isRich_.end() && found->second;
+}
+
 // A field of a form keeps its text to itself, whatever the browser builds it from.
-bool AtspiRichReader::lookAt(const AtspiRef& element, Deadline deadline) {
-  if (sameObject(element_, element)) return isRich_;
+bool AtspiRichReader::looksRich(const AtspiRef& element, Deadline deadline) {
+  if (const auto found = isRich_.find(*element); found != isRich_.end()) return found->second;
   DBusBatch batch(bus_.connection(), deadline);
   const auto asked =
       batch.call({element->bus(), element->path(), atspi::accessible, "GetAttributes", nullptr});
   batch.wait();
   const VariantPtr attributes = childOf(batch.reply(asked), 0);
-  const gchar* tag = nullptr;
-  if (attributes && g_variant_is_of_type(attributes.get(), G_VARIANT_TYPE("a{ss}")))
-    g_variant_lookup(attributes.get(), "tag", "&s", &tag);
-  const std::string_view name = tag ? tag : "";
-  known_.clear();
-  element_ = batch.timedOut() ? nullptr : element;
-  return isRich_ = !name.empty() && name != "input" && name != "textarea";
+  if (!attributes || !g_variant_is_of_type(attributes.get(), G_VARIANT_TYPE("a{ss}"))) return false;
+  const gchar* tag = "";
+  g_variant_lookup(attributes.get(), "tag", "&s", &tag);
+  const std::string_view name = tag;
+  return isRich_[*element] = !name.empty() && name != "input" && name != "textarea";
 }
 
 std::optional<AtspiRichText> AtspiRichReader::read(const AtspiRef& element, Deadline deadline) {
-  if (!bus_.toolkit(element->bus(), deadline).hasPages || !lookAt(element, deadline)) return std::nullopt;
+  if (!bus_.toolkit(element->bus(), deadline).hasPages || !looksRich(element, deadline)) return std::nullopt;
   if (known_.size() > mostKnown) known_.clear();
+  if (isRich_.size() > mostKnown) isRich_.clear();
   RichTextNode root{.element = element, .text = {}, .children = {}};
   Level level{&root};
   for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
@@ -111,7 +120,7 @@ std::optional<AtspiRichText> AtspiRichReader::read(const AtspiRef& element, Dead
 }
 
 void AtspiRichReader::forget(const AtspiRef& element) {
-  if (element_ && element->bus() == element_->bus()) known_.erase(element->path());
+  known_.erase(*element);
 }
 
 // A node that has its text already is known well enough.
@@ -123,7 +132,7 @@ void AtspiRichReader::ask(const Level& level, Deadline deadline) {
   batch.wait();
   for (auto& [node, reading] : readings) {
     reading.answer(batch, *node);
-    Known& known = known_[node->element->path()];
+    Known& known = known_[*node->element];
     if (known.text != node->text) known.children.reset();
     known.text = node->text;
     known.isBlock = node->isBlock;
@@ -134,7 +143,7 @@ void AtspiRichReader::askChildren(const Level& level, Deadline deadline) {
   DBusBatch batch(bus_.connection(), deadline);
   std::vector<std::pair<RichTextNode*, DBusBatch::Id>> asked;
   for (RichTextNode* node : level) {
-    if (objectsIn(node->text) == 0 || known_[node->element->path()].children) continue;
+    if (objectsIn(node->text) == 0 || known_[*node->element].children) continue;
     const auto& element = node->element;
     asked.emplace_back(
         node, batch.call({element->bus(), element->path(), atspi::accessible, "GetChildren", nullptr}));
@@ -155,14 +164,14 @@ void AtspiRichReader::askChildren(const Level& level, Deadline deadline) {
     std::vector<AtspiRef> kept;
     for (AtspiRef& child : children)
       if (atspi::roleOf(roles.reply(next++)) != staticText) kept.push_back(std::move(child));
-    known_[node->element->path()].children = std::move(kept);
+    known_[*node->element].children = std::move(kept);
   }
 }
 
 AtspiRichReader::Level AtspiRichReader::descend(const Level& level) {
   Level next;
   for (RichTextNode* node : level) {
-    const Known& known = known_[node->element->path()];
+    const Known& known = known_[*node->element];
     if (!known.children || std::ssize(*known.children) != objectsIn(node->text)) continue;
     addChildren(*node, *known.children);
     for (RichTextNode& child : node->children) next.push_back(&child);
@@ -186,7 +195,7 @@ void AtspiRichReader::addChildren(RichTextNode& node, const std::vector<AtspiRef
   }
   for (index = from; index < to; ++index) {
     const AtspiRef& child = children[static_cast<std::size_t>(index)];
-    const auto known = known_.find(child->path());
+    const auto known = known_.find(*child);
     const bool fresh = known == known_.end() || index == current || selects(node);
     node.children.push_back({.element = child,
                              .text = fresh ? std::u32string() : known->second.text,

@@ -1,7 +1,6 @@
 #pragma once
 #include <map>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/linux/atspi_bus.h"
@@ -15,19 +14,19 @@ class AtspiRichReader {
  public:
   explicit AtspiRichReader(AtspiBus& bus) : bus_(bus) {}
 
-  // None where the element's text is all its own.
+  // None where the text of this editable element is all its own.
   std::optional<AtspiRichText> read(const AtspiRef& element, Deadline deadline);
 
   // The element's text may have changed.
   void forget(const AtspiRef& element);
-  // Whether that text is put together from the texts of others.
-  bool isRich(const AtspiRef& text) const { return isRich_ && sameObject(element_, text); }
+  // Whether this text has turned out to be put together from the texts of others.
+  bool isRich(const AtspiRef& text) const;
   // Whether a caret that moves in this element may be that of such a text: paragraphs come and go.
   bool isWithin(const AtspiRef& element, const AtspiRef& text) const {
-    return isRich(text) && element->bus() == text->bus();
+    return element->bus() == text->bus() && isRich(text);
   }
   // Whether the text has been read of this element since it last told of a change.
-  bool hasRead(const AtspiRef& element) const { return known_.contains(element->path()); }
+  bool hasRead(const AtspiRef& element) const { return known_.contains(*element); }
 
  private:
   struct Known {
@@ -37,16 +36,18 @@ class AtspiRichReader {
   };
   using Level = std::vector<RichTextNode*>;
 
-  bool lookAt(const AtspiRef& element, Deadline deadline);
+  bool looksRich(const AtspiRef& element, Deadline deadline);
   void ask(const Level& level, Deadline deadline);
   void askChildren(const Level& level, Deadline deadline);
   Level descend(const Level& level);
   void addChildren(RichTextNode& node, const std::vector<AtspiRef>& children);
 
+  struct ByName {
+    bool operator()(const AtspiObject& a, const AtspiObject& b) const;
+  };
   AtspiBus& bus_;
-  AtspiRef element_;  // the one looked at last
-  bool isRich_ = false;
-  std::map<std::string, Known> known_;  // by path, for that element and those inside it
+  std::map<AtspiObject, bool, ByName> isRich_;  // of what has been looked at
+  std::map<AtspiObject, Known, ByName> known_;
 };
 
 }  // namespace nimbletype
