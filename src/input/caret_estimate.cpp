@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "input/wrapped_text.h"
+#include "text/right_to_left.h"
 
 namespace nimbletype {
 namespace {
@@ -39,10 +40,14 @@ double usualFontSize(double fieldHeight) {
 
 CaretPlace estimateCaret(std::string_view before, const TopLeftRect& frame, const FontSpec& font,
                          const FontMetrics& metrics) {
-  const double height = lineHeight(font, metrics), left = frame.x + inset;
+  const double height = lineHeight(font, metrics);
   const double room = std::max(frame.width - 2 * inset, narrowest);
+  const bool fromRight = text::startsRightToLeft(lastLine(before));
+  const double left = frame.x + inset, right = frame.right() - inset;
   const auto at = [&](double width, double top) {
-    return CaretPlace{{left + std::min(frame.width - 2 * inset, width), top, 1, height}, left};
+    const double advance = std::min(right - left, width);
+    return fromRight ? CaretPlace{{right - advance, top, 1, height}, {}}
+                     : CaretPlace{{left + advance, top, 1, height}, left};
   };
   if (frame.height < singleLine * height)
     return at(metrics.width(font, lastLine(before)), frame.y + (frame.height - height) / 2);

@@ -1,6 +1,7 @@
 #include "input/caret_finder.h"
 
 #include "input/caret_estimate.h"
+#include "input/caret_in_line.h"
 #include "input/caret_plausibility.h"
 #include "input/text_around_caret.h"
 #include "input/text_marker_caret.h"
@@ -37,13 +38,29 @@ void CaretFinder::learnFont(const Field& field) {
 }
 
 std::optional<CaretPlace> CaretFinder::throughCharacters(const Field& field) {
-  auto place = caretFromCharacters(field.text.boxes, endsInLineBreak(field.text.before));
+  auto place = amongDirections(field);
+  if (!place) place = caretFromCharacters(field.text.boxes, endsInLineBreak(field.text.before));
   if (!place || !field.state.frame || !isWhole(field)) return place;
   if (!isSuspiciouslyHigh(place->rect, *field.state.frame, field.text.before)) return place;
   const auto first = field.element.bounds({0, 1});
   if (!first || !isOnLineOf(place->rect, *first)) return place;
   tellOnce(field, "gives every line the box of the first one");
   return std::nullopt;
+}
+
+// A box for no characters is of no use there: applications tell either edge of what stands beside it.
+std::optional<CaretPlace> CaretFinder::amongDirections(const Field& field) {
+  if (!field.state.selection) return std::nullopt;
+  const LineAroundCaret line = lineAroundCaret(field.text.before, field.text.after);
+  if (line.isPlain()) return std::nullopt;
+  LineEndBoxes end;
+  if (line.needsTail()) {
+    const std::int64_t tail = field.state.selection->location - line.tail.units;
+    const auto values = field.element.read({{"AXBoundsForRange", TextRange{tail - 1, 1}},
+                                            {"AXBoundsForRange", TextRange{tail, line.tail.units}}});
+    end = {valueAs<TopLeftRect>(values[0]), valueAs<TopLeftRect>(values[1])};
+  }
+  return caretInLine(line, field.text.boxes, end);
 }
 
 std::optional<CaretPlace> CaretFinder::throughTextMarkers(const Field& field) {

@@ -35,6 +35,7 @@ class CaretFinder {
   void learnFont(const Field& field);
   FontSpec fontOf(const Field& field) const;
   std::optional<CaretPlace> throughCharacters(const Field& field);
+  std::optional<CaretPlace> amongDirections(const Field& field);
   std::optional<CaretPlace> throughTextMarkers(const Field& field);
   std::optional<CaretPlace> estimated(const Field& field);
   void tellOnce(const Field& field, const std::string& diagnosis);

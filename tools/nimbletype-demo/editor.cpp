@@ -1,5 +1,6 @@
 #include "tools/nimbletype-demo/editor.h"
 
+#include "text/right_to_left.h"
 #include "tools/nimbletype-demo/waiting.h"
 
 namespace nimbletype {
@@ -94,8 +95,10 @@ std::optional<TopLeftRect> Editor::caret() {
     const auto* box = std::get_if<TopLeftRect>(&value);
     return box && box->height > 0 ? std::optional(*box) : std::nullopt;
   };
-  if (auto here = boxOf({at->location, 0})) return here;
   const auto before = boxOf({at->location - 1, 1});
+  // GTK tells of the other end of such a line.
+  if (before && text::endsRightToLeft(text())) return TopLeftRect{before->x, before->y, 0, before->height};
+  if (auto here = boxOf({at->location, 0})) return here;
   return before ? std::optional(TopLeftRect{before->right(), before->y, 0, before->height}) : std::nullopt;
 }
 

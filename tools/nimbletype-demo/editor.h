@@ -25,6 +25,7 @@ class Editor {
   // The window with its frame, as a picture.
   QImage picture() const;
   QPoint corner() const;  // of that picture on the screen
+  const EditorProgram& program() const { return program_; }
   pid_t processID() const { return process_.processID(); }
   void resize(QSize size);
   void moveTo(QPoint corner);  // of the window within its frame

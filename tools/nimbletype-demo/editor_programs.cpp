@@ -16,15 +16,15 @@ constexpr std::array known{
     Known{"featherpad", "featherpad", "AXTextArea", nullptr},
     // The launcher would be another process than the one with the window.
     Known{"writer", "/usr/lib/libreoffice/program/soffice.bin", "AXTextArea", nullptr},
-    Known{"chromium", "chromium", "AXTextArea", "<textarea autofocus spellcheck=false></textarea>"},
-    Known{"chromium-input", "chromium", "AXTextField", "<input autofocus spellcheck=false>"},
+    Known{"chromium", "chromium", "AXTextArea", "<textarea autofocus dir=auto spellcheck=false></textarea>"},
+    Known{"chromium-input", "chromium", "AXTextField", "<input autofocus dir=auto spellcheck=false>"},
     Known{"chromium-editable", "chromium", "AXTextArea",
-          "<div class=field contenteditable spellcheck=false></div>"
+          "<div class=field contenteditable dir=auto spellcheck=false></div>"
           "<script>document.querySelector('div').focus()</script>"},
     Known{"chromium-password", "chromium", "AXSecureTextField", "<input autofocus type=password>"},
     Known{"chromium-frame", "chromium", "AXTextArea",
           "<iframe srcdoc=\"<!doctype html><style>textarea{width:90vw;height:80vh;font:15px DejaVu "
-          "Sans}</style><textarea autofocus spellcheck=false></textarea>\"></iframe>"},
+          "Sans}</style><textarea autofocus dir=auto spellcheck=false></textarea>\"></iframe>"},
 };
 constexpr const char* style =
     "<!doctype html><meta charset=utf-8><title>letter</title><style>body{margin:8px}"
@@ -98,7 +98,12 @@ std::vector<std::string> commandOf(const EditorProgram& editor, const fs::path& 
 std::optional<EditorProgram> editorProgram(const std::string& name) {
   const Known* found = knownAs(name);
   if (!found) return std::nullopt;
-  return EditorProgram{found->name, found->program, found->role, found->page != nullptr};
+  return EditorProgram{.name = found->name,
+                       .program = found->program,
+                       .role = found->role,
+                       .hasPages = found->page != nullptr,
+                       .holdsOneLine = std::string_view(found->role) == "AXTextField",
+                       .tellsOneParagraph = name == "writer"};
 }
 
 std::vector<std::string> editorNames() {

@@ -14,6 +14,8 @@ struct EditorProgram {
   std::string program;  // what has to be installed
   std::string role;     // of the field, in the core's terms
   bool hasPages = false;
+  bool holdsOneLine = false;
+  bool tellsOneParagraph = false;  // of its text: that of the caret
 };
 
 // None for a name this does not know.

@@ -50,13 +50,17 @@ void AtspiAccessibility::Impl::heard(const AtspiEvent& event) {
   using Kind = AtspiEvent::Kind;
   const auto process = bus_.processOf(event.source->bus());
   if (!process || *process == getpid()) return;  // our own windows speak on the bus too
+  const AtspiRichReader& rich = reader_.richReader();
+  const bool isCaretOrKnown = event.kind == Kind::caretMoved || rich.hasRead(event.source);
+  const auto isWatched = [&](const auto& watch) {
+    const bool isPart = isCaretOrKnown && rich.isWithin(event.source, watch->element);
+    return watch->process == *process && (isPart || sameObject(watch->element, event.source));
+  };
+  const bool watched = std::ranges::any_of(watches_, isWatched);
   reader_.forget(event.source);
   const AtspiFocus::Effect effect = focus_.heard(event);
   if (effect.window) tell(*process, "AXFocusedWindowChanged", event.source);
   if (effect.element) tell(*process, "AXFocusedUIElementChanged", event.source);
-  const bool watched = std::ranges::any_of(watches_, [&](const auto& w) {
-    return w->process == *process && sameObject(w->element, event.source);
-  });
   if (!watched) return;
   if (event.kind == Kind::textChanged) tell(*process, "AXValueChanged", event.source);
   if (event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged)
@@ -114,7 +118,8 @@ bool AtspiAccessibility::write(const ObjectRef& element, std::string_view attrib
     if (const auto* text = std::get_if<std::string>(&value))
       return replaceSelection(impl_->bus(), object, *text, deadline);
   if (attribute == "AXSelectedTextRange")
-    if (const auto* range = std::get_if<TextRange>(&value))
+    if (const auto* range = std::get_if<TextRange>(&value);
+        range && !impl_->reader().richReader().isRich(object))
       return select(impl_->bus(), object, *range, deadline);
   if (attribute == "AXManualAccessibility" && value == AttributeValue(true) && object->isApplication())
     return wakeWebContent(impl_->bus(), object->bus(), deadline);

@@ -48,12 +48,13 @@ std::string lowercase(std::string s) {
   return s;
 }
 
-// LibreOffice names GTK as its toolkit and counts UTF-16 units all the same.
+// LibreOffice in GTK windows counts UTF-16 units all the same.
 AtspiToolkit toolkitOf(const std::string& toolkit, const std::string& application) {
-  if (lowercase(application) == "soffice") return {.isOffice = true};
   const std::string name = lowercase(toolkit);
-  const bool codePoints = name == "gtk" || name == "chromium" || name == "webkitgtk";
-  return {.unit = codePoints ? OffsetUnit::codePoint : OffsetUnit::utf16};
+  if (name == "gtk" && lowercase(application) == "soffice") return {.insertsBytes = true, .isOffice = true};
+  if (name == "gtk" || name == "chromium" || name == "webkitgtk")
+    return {.unit = OffsetUnit::codePoint, .insertsBytes = true, .hasPages = name == "chromium"};
+  return {.isQt = name.empty() || name.starts_with("qt")};
 }
 
 }  // namespace

@@ -17,6 +17,9 @@ enum class OffsetUnit { codePoint, utf16 };
 // What has to be known of an application to understand what it tells.
 struct AtspiToolkit {
   OffsetUnit unit = OffsetUnit::utf16;
+  bool insertsBytes = false;  // the length of what is to be inserted, whatever its offsets count
+  bool isQt = false;
+  bool hasPages = false;  // a browser
   bool isOffice = false;  // LibreOffice draws inside GTK windows and leaves their menu bar out of account
 };
 

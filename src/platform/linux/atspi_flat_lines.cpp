@@ -17,12 +17,14 @@ DBusCall boxCall(const AtspiTextPosition& at, std::int64_t offset) {
 
 struct Corner {
   bool known = false;
-  int left = 0, top = 0;
+  int left = 0, top = 0, right = 0;
 };
 Corner cornerOf(GVariant* box) {
-  const VariantPtr x = childOf(box, 0), y = childOf(box, 1), height = childOf(box, 3);
-  if (!x || !y || !height || g_variant_get_int32(height.get()) <= 0) return {};
-  return {true, g_variant_get_int32(x.get()), g_variant_get_int32(y.get())};
+  const VariantPtr x = childOf(box, 0), y = childOf(box, 1), width = childOf(box, 2),
+                   height = childOf(box, 3);
+  if (!x || !y || !width || !height || g_variant_get_int32(height.get()) <= 0) return {};
+  const int left = g_variant_get_int32(x.get());
+  return {true, left, g_variant_get_int32(y.get()), left + g_variant_get_int32(width.get())};
 }
 
 }  // namespace
@@ -72,9 +74,10 @@ double AtspiFlatLines::missingMargin(const DBusBatch& batch) const {
   const Corner text = cornerOf(batch.reply(first_));
   const Corner field = cornerOf(childOf(batch.reply(frame_), 0).get());
   if (!text.known || !field.known) return 0;
-  const int beside = text.left - field.left, above = text.top - field.top;
-  // Honest editors have the same margin on both sides. Line numbers stand in the one beside the text.
-  const bool looksFlat = above >= 0 && above <= thickestFrame && beside == above + textMargin;
+  // Characters from right to left are told to begin at their right edge.
+  const int above = text.top - field.top, left = text.left - field.left, right = field.right - text.left;
+  // Honest editors have the same margin on all sides. Line numbers stand in the left one.
+  const bool looksFlat = above >= 0 && above <= thickestFrame && std::min(left, right) == above + textMargin;
   const bool isFlat = verdict_ == Verdict::flat && above >= 0 && above <= thickestFrame;
   return looksFlat || isFlat ? textMargin : 0;
 }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "text/right_to_left.h"
+
 namespace nimbletype {
 namespace {
 
@@ -125,6 +127,23 @@ Decode askBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own
   };
 }
 
+// Qt places each character as if it ran from left to right from where it begins.
+Decode askQtBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own) {
+  constexpr std::int64_t context = 64;
+  const auto box = askBounds(batch, element, own);
+  if (own.length == 0) return box;
+  const std::int64_t from = std::max<std::int64_t>(0, own.location - context);
+  const auto text = askString(batch, element, {from, own.location + 1 - from});
+  return [=](const DBusBatch& b) {
+    AttributeValue value = box(b);
+    auto* rect = std::get_if<TopLeftRect>(&value);
+    const AttributeValue shown = text(b);
+    const auto* upToCharacter = std::get_if<std::string>(&shown);
+    if (rect && upToCharacter && text::endsRightToLeft(*upToCharacter)) rect->x -= rect->width;
+    return value;
+  };
+}
+
 Decode askFont(DBusBatch& batch, const AtspiRef& element, const TextRange& own, double dotsPerInch) {
   const auto run = batch.call(callOn(element, atspi::textInterface, "GetAttributeRun",
                                      g_variant_new("(ib)", static_cast<gint32>(own.location), TRUE)));
@@ -204,22 +223,30 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
     if (element->isApplication() && !isAnswered) values[i] = readFocus(element, reads[i], deadline);
   }
   if (!position) return;
-  position_ = position->finish(bus_, deadline);
+  using Extent = AtspiPositionReading::Extent;
+  rich_.reset();
+  if (position->isEditable()) rich_ = richReader_.read(element, deadline);
+  position_ = position->finish(bus_, deadline, rich_ ? Extent::none : Extent::aroundCaret);
+  isQt_ = bus_.toolkit(element->bus(), deadline).isQt;
   if (!position_.hasCaret) return;
   for (std::size_t i = 0; i < reads.size(); ++i) {
-    if (reads[i].attribute == "AXSelectedTextRange") values[i] = position_.selection();
+    if (reads[i].attribute == "AXSelectedTextRange")
+      values[i] = rich_ ? rich_->selection() : position_.selection();
     if (reads[i].attribute == "AXNumberOfCharacters")
-      values[i] = static_cast<double>(position_.offsets.toUtf16(position_.count));
+      values[i] = static_cast<double>(rich_ ? rich_->size() : position_.offsets.toUtf16(position_.count));
   }
 }
 
 void AtspiReader::forget(const AtspiRef& element) {
-  if (sameObject(position_.element, element)) position_ = {};
+  const bool isPart = position_.element && richReader_.isWithin(element, position_.element);
+  if (isPart || sameObject(position_.element, element)) position_ = {};
+  richReader_.forget(element);
 }
 
 void AtspiReader::readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                              Values& values) {
   if (!sameObject(position_.element, element) || position_.isSecure) return;
+  if (rich_) return readInRichText(reads, deadline, values);
   DBusBatch batch(bus_.connection(), deadline);
   std::vector<Decode> decoders(reads.size());
   bool asksForBoxes = false;
@@ -250,8 +277,35 @@ AtspiReader::Decode AtspiReader::askInText(DBusBatch& batch, const AttributeRead
   if (!range) return nullptr;
   const TextRange own = position_.own(*range);
   if (read.attribute == "AXStringForRange") return askString(batch, position_.element, own);
-  if (read.attribute == boundsForRange) return askBounds(batch, position_.element, own);
+  if (read.attribute == boundsForRange)
+    return (isQt_ ? askQtBounds : askBounds)(batch, position_.element, own);
   if (read.attribute == "AXFontForRange") return askFont(batch, position_.element, own, fontDotsPerInch_);
+  return nullptr;
+}
+
+void AtspiReader::readInRichText(std::span<const AttributeRead> reads, Deadline deadline,
+                                 Values& values) const {
+  DBusBatch batch(bus_.connection(), deadline);
+  std::vector<Decode> decoders(reads.size());
+  for (std::size_t i = 0; i < reads.size(); ++i) decoders[i] = askInRichText(batch, reads[i]);
+  batch.wait();
+  for (std::size_t i = 0; i < reads.size(); ++i)
+    if (decoders[i]) values[i] = decoders[i](batch);
+}
+
+AtspiReader::Decode AtspiReader::askInRichText(DBusBatch& batch, const AttributeRead& read) const {
+  const auto answer = [](std::string text) {
+    return [=](const DBusBatch&) -> AttributeValue { return text; };
+  };
+  if (read.attribute == "AXValue" && rich_->size() > 0) return answer(rich_->text({0, longestValue}));
+  const auto* range = std::get_if<TextRange>(&read.parameter);
+  if (!range) return nullptr;
+  if (read.attribute == "AXStringForRange") return answer(rich_->text(*range));
+  const auto place = rich_->placeOf(*range);
+  if (!place) return nullptr;
+  const TextRange own{place->start, place->end - place->start};
+  if (read.attribute == boundsForRange) return askBounds(batch, place->element, own);
+  if (read.attribute == "AXFontForRange") return askFont(batch, place->element, own, fontDotsPerInch_);
   return nullptr;
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "platform/linux/atspi_content_shift.h"
 #include "platform/linux/atspi_flat_lines.h"
 #include "platform/linux/atspi_focus.h"
+#include "platform/linux/atspi_rich_reader.h"
 #include "platform/linux/atspi_text.h"
 
 namespace nimbletype {
@@ -15,12 +17,13 @@ namespace nimbletype {
 class AtspiReader {
  public:
   AtspiReader(AtspiBus& bus, AtspiFocus& focus, double fontDotsPerInch)
-      : bus_(bus), focus_(focus), shift_(bus, focus), fontDotsPerInch_(fontDotsPerInch) {}
+      : bus_(bus), focus_(focus), shift_(bus, focus), richReader_(bus), fontDotsPerInch_(fontDotsPerInch) {}
 
   std::vector<AttributeValue> read(const AtspiRef& element, std::span<const AttributeRead> reads,
                                    Deadline deadline);
   // The element's text or caret may have changed.
   void forget(const AtspiRef& element);
+  const AtspiRichReader& richReader() const { return richReader_; }
 
  private:
   using Values = std::vector<AttributeValue>;
@@ -30,8 +33,10 @@ class AtspiReader {
                  Values& values);
   void readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                   Values& values);
+  void readInRichText(std::span<const AttributeRead> reads, Deadline deadline, Values& values) const;
   void shift(const AtspiRef& element, Deadline deadline, Values& values);
   Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
+  Decode askInRichText(DBusBatch& batch, const AttributeRead& read) const;
   AttributeValue readList(const AtspiRef& element, const AttributeRead& read, Deadline deadline) const;
   AttributeValue readFocus(const AtspiRef& application, const AttributeRead& read, Deadline deadline);
   bool needsPosition(const AtspiRef& element, std::span<const AttributeRead> reads) const;
@@ -39,8 +44,11 @@ class AtspiReader {
   AtspiBus& bus_;
   AtspiFocus& focus_;
   AtspiContentShift shift_;
+  AtspiRichReader richReader_;
   double fontDotsPerInch_;
-  AtspiTextPosition position_;  // of the element read last, until something happens to it
+  AtspiTextPosition position_;         // of the element read last, until something happens to it
+  std::optional<AtspiRichText> rich_;  // what that text is put together from
+  bool isQt_ = false;                  // that element is one of Qt's
   AtspiFlatLines flatLines_;
 };
 

@@ -68,6 +68,11 @@ AtspiPositionReading::AtspiPositionReading(DBusBatch& batch, AtspiRef element)
   selection_ = batch.call({bus, path, atspi::textInterface, "GetSelection", g_variant_new("(i)", 0)});
 }
 
+bool AtspiPositionReading::isEditable() const {
+  return atspi::roleOf(batch_.reply(role_)) != atspi_role::passwordText &&
+         atspi::statesOf(batch_.reply(states_)).has(atspi_state::editable);
+}
+
 AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline, Extent extent) const {
   AtspiTextPosition at;
   at.element = element_;
@@ -87,7 +92,7 @@ AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline,
     at.end = std::max(*from, *to);
   }
   at.unit = bus.toolkit(element_->bus(), deadline).unit;
-  if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint)
+  if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint && extent != Extent::none)
     at.offsets = offsetsFor(bus, at, extent == Extent::all, deadline);
   return at;
 }

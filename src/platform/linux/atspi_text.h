@@ -30,9 +30,11 @@ struct AtspiTextPosition {
 class AtspiPositionReading {
  public:
   AtspiPositionReading(DBusBatch& batch, AtspiRef element);
+  // After the batch: whether it is a text to be typed into, and no secret one.
+  bool isEditable() const;
   // Where the toolkit counts code points this reads text as well, in one more round trip: that around the
-  // caret, or all of it.
-  enum class Extent { aroundCaret, all };
+  // caret, all of it, or none.
+  enum class Extent { aroundCaret, all, none };
   AtspiTextPosition finish(AtspiBus& bus, Deadline deadline, Extent extent = Extent::aroundCaret) const;
 
  private:

@@ -34,8 +34,9 @@ bool replaceSelection(AtspiBus& bus, const AtspiRef& element, const std::string&
 
   const auto units = static_cast<std::int64_t>(text::utf16Length(text));
   const bool codePoints = at.unit == OffsetUnit::codePoint;
-  // GTK takes the length in bytes, Qt in the units it counts: bytes would add NULs there.
-  const auto length = codePoints ? static_cast<std::int64_t>(text.size()) : units;
+  // Qt takes the length in the units it counts: bytes would add NULs there.
+  const bool bytes = bus.toolkit(element->bus(), deadline).insertsBytes;
+  const auto length = bytes ? static_cast<std::int64_t>(text.size()) : units;
   const auto start = static_cast<gint32>(at.start);
   const auto caret = static_cast<gint32>(at.start + (codePoints ? codePointCount(text) : units));
 

@@ -61,6 +61,7 @@ void DBusBatch::answered(GObject* source, GAsyncResult* result, gpointer data) {
 // cancelled call completes on this context at once, so nothing outlives the batch.
 void DBusBatch::wait() {
   if (open_ == 0) return;
+  ++roundTrips_;
   bool late = false;
   GSource* timer = g_timeout_source_new(static_cast<guint>((deadline_.left() + 999) / 1000));
   g_source_set_callback(

@@ -42,6 +42,9 @@ class DBusBatch {
   // Something was not answered in time.
   bool timedOut() const { return timedOut_; }
 
+  // How often answers have been waited for so far, for measuring.
+  static std::size_t roundTrips() { return roundTrips_; }
+
  private:
   struct Slot;
   static void answered(GObject* source, GAsyncResult* result, gpointer data);
@@ -53,6 +56,7 @@ class DBusBatch {
   std::vector<std::unique_ptr<Slot>> slots_;
   std::size_t open_ = 0;
   bool timedOut_ = false;
+  static inline std::size_t roundTrips_ = 0;
 };
 
 }  // namespace nimbletype

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/nimbletype-demo/ink.h"
+#include "text/right_to_left.h"
 
 namespace nimbletype {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::uint16_t letterA = 0, letterV = 9;
 constexpr const char* secretWords = "open sesame";
 
 bool isTypable(const std::string& text) {
-  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+  return std::ranges::all_of(text, [](char c) { return (c >= ' ' && c <= '~') || c == '\n'; });
 }
 
 std::string quoted(const std::string& text) {
@@ -57,12 +57,16 @@ void FieldTrial::awaitOffer(const std::string& text) {
 // What no key of the layout types is pasted by the user.
 void FieldTrial::enter(const std::string& text) {
   if (isTypable(text)) {
-    scene_.user().type(text);
+    for (const char character : text) scene_.typeKey(character, 0ms);
   } else {
     if (!clipboard_.lend(text)) throw GaveUp("could not copy the text");
     scene_.user().press(letterV, {ModifierSet::control});
   }
-  awaitDocument(text);
+  awaitDocument(expected(text));
+}
+
+std::string FieldTrial::expected(const std::string& text) const {
+  return scene_.editor().program().tellsOneParagraph ? text.substr(text.rfind('\n') + 1) : text;
 }
 
 void FieldTrial::empty() {
@@ -74,6 +78,8 @@ void FieldTrial::empty() {
 }
 
 TrialResult FieldTrial::run(const TrialText& text, const std::filesystem::path& picture) {
+  if (scene_.editor().program().holdsOneLine && std::string_view(text.text).find('\n') != std::string::npos)
+    return {true, "not there: the field holds one line"};
   try {
     model_.willSay(text.continuation);
     enter(text.text);
@@ -95,13 +101,14 @@ std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::p
   const auto caret = scene_.editor().caret();
   const auto ghost = scene_.ghost().onScreen();
   if (!caret || !ghost) throw GaveUp(caret ? "the ghost went" : "the field tells no caret");
-  const double right = ghost->left() - caret->x;
+  const bool rightToLeft = text::endsRightToLeft(text.text);
+  const double right = (rightToLeft ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
   const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
   scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
 
   scene_.user().press(key::tab);
   const std::string document = std::string(text.text) + text.word;
-  awaitDocument(document);
+  awaitDocument(expected(document));
   const std::string remaining = std::string(text.continuation).substr(std::string(text.word).size());
   if (!remaining.empty()) awaitOffer(remaining);
   scene_.editor().picture().save(QString::fromStdString(picture.string() + "-word.png"));

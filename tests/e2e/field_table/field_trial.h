@@ -34,6 +34,8 @@ class FieldTrial {
   void await(const std::string& what, const std::function<bool()>& condition);
   void awaitDocument(const std::string& text);
   void awaitOffer(const std::string& text);
+  // What the field tells after this text.
+  std::string expected(const std::string& text) const;
   void empty();
   std::string takeWord(const TrialText& text, const std::filesystem::path& picture);
 

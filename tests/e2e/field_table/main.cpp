@@ -16,6 +16,7 @@ constexpr std::array texts{
     TrialText{"curly quotes", "She said “no” and", " it’s “all” good", " it’s "},
     TrialText{"Chinese and Japanese", "今日は天気がいいので", "公園まで歩きます", "公園まで歩きます"},
     TrialText{"emoji", "Well done 👍🏽👩‍👩‍👧", " 🎉🙌🏿 again soon", " 🎉🙌🏿 "},
+    TrialText{"second line", "Dear all,\nwe will meet at", " the old river bank", " the "},
     TrialText{"right to left", "שלום לכולם", " מחר בבוקר נפגש", " מחר "},
 };
 constexpr std::array methods{"typing", "accessibility", "paste"};
