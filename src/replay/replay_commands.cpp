@@ -126,6 +126,7 @@ void reply(LineReader& line, ScriptedDesktop& desktop) {
     reply.result = Completion{*text, {}};
   else
     reply.result = Completion{candidates->empty() ? "" : candidates->front(), {}};
+  if (candidates) reply.candidates = *candidates;
   reply.after = Milliseconds(line.integer("afterMs").value_or(50));
   reply.times = line.integer("times").value_or(1);
   desktop.replies.add(std::move(reply));
@@ -137,6 +138,9 @@ void advance(LineReader& line, ScriptedDesktop& desktop) {
 
 void suggestNow(LineReader&, ScriptedDesktop& desktop) {
   desktop.engine.suggestNow();
+}
+void alternatives(LineReader&, ScriptedDesktop& desktop) {
+  desktop.engine.showAlternatives();
 }
 void toggleApp(LineReader&, ScriptedDesktop& desktop) {
   desktop.engine.toggleApp();
@@ -196,6 +200,7 @@ ReplayCommand replayCommand(std::string_view kind) {
       {"advance", advance},
       {"suggestNow", suggestNow},
       {"toggleApp", toggleApp},
+      {"alternatives", alternatives},
       {"toggleGlobal", toggleGlobal},
       {"show", show},
   };

@@ -18,6 +18,15 @@ std::vector<std::unique_ptr<CompletionProvider>> makeProviders(ScriptedDesktop& 
 
 }  // namespace
 
+Json alternativesFields(const AlternativesPanel& panel) {
+  Json rows;  // null when it is closed
+  if (!panel.isVisible()) return {{"rows", rows}};
+  const AlternativesModel& model = *panel.model();
+  rows = Json::array();
+  for (const std::string& item : model.items) rows.push_back(rowText(item, model.wordPrefix));
+  return {{"rows", rows}, {"selected", model.selected}};
+}
+
 Json statusFields(const Status& status) {
   return {{"case", name(status.state)}, {"label", status.label()}};
 }
@@ -34,13 +43,16 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       typo(spellChecker),
       power(powerSource, loop),
       ghost(output),
-      engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}),
+      alternatives({alternativesSurface, screens, fontMetrics, loop}),
+      engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, secureInput, power, stats,
+              log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };
   engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
+  alternatives.onChanged([this] { output.print("alternatives", alternativesFields(alternatives)); });
   engine.setSource(field);
   keyTap.start();
 }

@@ -5,9 +5,12 @@
 #include "core/completion/completion_engine.h"
 #include "core/settings/preferences.h"
 #include "input/key_tap.h"
+#include "overlay/alternatives_panel.h"
+#include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/recording_log.h"
+#include "platform/scripted/recording_surface.h"
 #include "platform/scripted/scripted_event_tap.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
@@ -23,6 +26,9 @@ namespace nimbletype {
 
 // A status as it is printed.
 Json statusFields(const Status& status);
+
+// The list of other suggestions as it is printed.
+Json alternativesFields(const AlternativesPanel& panel);
 
 // A desktop that is nothing but a script, with the real core on it: everything that a user or the desktop
 // would notice is printed.
@@ -54,6 +60,9 @@ class ScriptedDesktop {
   TypoChecker typo;
   PowerMonitor power;
   PrintingGhost ghost;
+  RecordingSurface alternativesSurface;
+  FixedFontMetrics fontMetrics;
+  AlternativesPanel alternatives;
   CompletionEngine engine;
   KeyTap keyTap;
   KeyRouter keys;

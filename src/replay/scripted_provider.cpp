@@ -26,7 +26,7 @@ std::optional<ScriptedReply> ReplyQueue::take() {
   return taken;
 }
 
-Task ReplyQueue::request(CompletionProvider::ResultHandler done) {
+Task ReplyQueue::request(Handler done) {
   auto running = std::make_shared<Running>();
   running->done = std::move(done);
   if (auto reply = take())
@@ -37,9 +37,9 @@ Task ReplyQueue::request(CompletionProvider::ResultHandler done) {
 }
 
 void ReplyQueue::answer(const std::shared_ptr<Running>& running, const ScriptedReply& reply) {
-  running->timer = loop_.after(reply.after, [running, result = reply.result] {
+  running->timer = loop_.after(reply.after, [running, reply] {
     running->lateReply.reset();
-    if (auto done = std::exchange(running->done, nullptr)) done(result);
+    if (auto done = std::exchange(running->done, nullptr)) done(reply);
   });
 }
 
@@ -57,7 +57,7 @@ PromptStyle ScriptedProvider::promptStyle() const {
   return kind_ == EngineKind::apple ? PromptStyle::instruct : PromptStyle::raw;
 }
 
-Task ScriptedProvider::complete(const CompletionRequest& request, PartialHandler, ResultHandler done) {
+void ScriptedProvider::print(const CompletionRequest& request) {
   output_.print("request", {{"engine", rawValue(kind_)},
                             {"model", request.model},
                             {"maxTokens", request.maxTokens},
@@ -68,7 +68,20 @@ Task ScriptedProvider::complete(const CompletionRequest& request, PartialHandler
                             {"instructions", request.instructions},
                             {"prompt", request.prompt},
                             {"rawPrompt", request.rawPrompt}});
-  return replies_.request(std::move(done));
+}
+
+Task ScriptedProvider::complete(const CompletionRequest& request, PartialHandler, ResultHandler done) {
+  print(request);
+  return replies_.request([done = std::move(done)](const ScriptedReply& reply) { done(reply.result); });
+}
+
+// A reply that has one text is one candidate.
+Task ScriptedProvider::alternatives(const CompletionRequest& request, int, AlternativesHandler done) {
+  print(request);
+  return replies_.request([done = std::move(done)](const ScriptedReply& reply) {
+    if (!reply.result) return done(std::unexpected(reply.result.error()));
+    done(reply.candidates.empty() ? std::vector{reply.result->text} : reply.candidates);
+  });
 }
 
 Task ScriptedProvider::status(StatusHandler done) {

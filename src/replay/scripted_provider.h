@@ -12,6 +12,7 @@ namespace nimbletype {
 // An engine's answer, waiting for its request.
 struct ScriptedReply {
   CompletionResult result;
+  std::vector<std::string> candidates = {};  // for whoever asks for several
   Milliseconds after{50};
   std::int64_t times = 1;  // 0: for ever
 };
@@ -23,11 +24,12 @@ class ReplyQueue {
   ReplyQueue(VirtualMainLoop& loop, ReplayOutput& output) : loop_(loop), output_(output) {}
 
   void add(ScriptedReply reply);
-  [[nodiscard]] Task request(CompletionProvider::ResultHandler done);
+  using Handler = std::function<void(const ScriptedReply&)>;
+  [[nodiscard]] Task request(Handler done);
 
  private:
   struct Running {
-    CompletionProvider::ResultHandler done;
+    Handler done;
     std::optional<ScriptedReply> lateReply;
     Task timer;
   };
@@ -52,8 +54,11 @@ class ScriptedProvider : public CompletionProvider {
   PromptStyle promptStyle() const override;
   Task complete(const CompletionRequest& request, PartialHandler grow, ResultHandler done) override;
   Task status(StatusHandler done) override;
+  Task alternatives(const CompletionRequest& request, int count, AlternativesHandler done) override;
 
  private:
+  void print(const CompletionRequest& request);
+
   EngineKind kind_;
   ReplyQueue& replies_;
   ReplayOutput& output_;

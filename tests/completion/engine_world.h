@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "core/completion/completion_engine.h"
+#include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
 #include "platform/scripted/recording_log.h"
+#include "platform/scripted/recording_surface.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -78,6 +80,9 @@ struct EngineWorld {
   SlowField field;
   CountingContext context;
   Ghost ghost;
+  RecordingSurface alternativesSurface;
+  FixedFontMetrics metrics;
+  AlternativesPanel alternatives{{alternativesSurface, screens, metrics, loop}};
   Preferences prefs{defaults};
   AppRules rules{prefs, rulesFile, loop, log};
   ProviderHub hub;
@@ -85,7 +90,7 @@ struct EngineWorld {
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
   CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
+      {loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, secureInput, power, stats, log}};
 };
 
 }  // namespace nimbletype

@@ -17,6 +17,7 @@
 #include "input/power_monitor.h"
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
+#include "overlay/alternatives_panel.h"
 #include "overlay/ghost_panel.h"
 #include "personal/stats_store.h"
 #include "platform/background_work.h"
@@ -114,6 +115,7 @@ class AppModel {
   TypoChecker typo_;
   PowerMonitor power_;
   GhostPanel ghost_;
+  AlternativesPanel alternatives_;
   ContextCollector context_;
   CompletionEngine engine_;
   KeyRouter keys_;

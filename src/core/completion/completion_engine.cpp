@@ -27,6 +27,8 @@ Milliseconds::rep pauseFor(double milliseconds) {
   return static_cast<Milliseconds::rep>(std::clamp(milliseconds, 0.0, longest));
 }
 
+constexpr const char* noCaret = "This app doesn't report where the caret is";
+
 const char* yesNo(bool value) {
   return value ? "true" : "false";
 }
@@ -35,6 +37,7 @@ const char* yesNo(bool value) {
 
 CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
+      alternatives_(services.loop, services.alternatives),
       context_(services.context, services.loop),
       generation_(services.loop),
       warmUp_(services.loop, services.hub, services.prefs) {
@@ -103,7 +106,7 @@ std::optional<std::string> CompletionEngine::blockedReason() {
   decision_ = s_.rules.decision(snapshot_->bundleID, snapshot_->appName, snapshot_->domain);
   const Preferences& prefs = s_.prefs;
   // A suggestion that was asked for may be typed over and taken word by word.
-  const bool forced = forceNext_ || demanded_ || suggestion_.has_value();
+  const bool forced = forceNext_ || demanded_ || suggestion_ || alternatives_.isOpen();
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
   return firstGate(*snapshot_,
                    {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(), prefs.completeInsideText.get(),
@@ -112,6 +115,7 @@ std::optional<std::string> CompletionEngine::blockedReason() {
 
 void CompletionEngine::process() {
   if (auto reason = blockedReason()) return block(*reason);
+  if (alternatives_.fits(*snapshot_)) return;
   const bool ownChange = !forceNext_ && isOwnChange();
   const bool hadSuggestion = suggestion_.has_value();
   if (keepInStep(ownChange)) return;
@@ -226,22 +230,32 @@ void CompletionEngine::schedule() {
 
 void CompletionEngine::generate() {
   setStatus({Status::Case::thinking, {}});
-  CompletionProvider* provider = s_.hub.writer(s_.prefs.engine.get());
-  if (!provider) return setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
-  const bool onBattery = s_.power.onBattery();
-  const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
-  const PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
-  const CompletionRequest request =
-      makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
-                   s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
-  asked_ = Asked{*snapshot_, words, provider->promptStyle(), {}};
-  streaming_ = provider->streams();
+  auto asking = question();
+  if (!asking) return;
+  const auto& [provider, request, words] = *asking;
+  asked_ = Asked{*snapshot_, words, provider.promptStyle(), {}};
+  streaming_ = provider.streams();
   last_.prompt = asked_->style == PromptStyle::raw ? request.rawPrompt : request.prompt;
   warmUp_.requested();
   reached(Stage::requested);
   generation_.start(
-      *provider, request, [this](const std::string& text) { grown(text); },
+      provider, request, [this](const std::string& text) { grown(text); },
       [this](Generation::Outcome outcome) { finishGeneration(std::move(outcome)); });
+}
+
+std::optional<CompletionEngine::Question> CompletionEngine::question() {
+  CompletionProvider* provider = s_.hub.writer(s_.prefs.engine.get());
+  if (!provider) {
+    setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
+    return std::nullopt;
+  }
+  const bool onBattery = s_.power.onBattery();
+  const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
+  const PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  CompletionRequest request =
+      makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
+                   s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
+  return Question{*provider, std::move(request), words};
 }
 
 void CompletionEngine::grown(const std::string& textSoFar) {
@@ -333,7 +347,7 @@ bool CompletionEngine::presentRemaining() {
                               std::string(suggestion_->remaining()), s_.prefs, s_.screens.mainHeight());
   if (!content) {
     forgetShown();
-    setStatus(Status::failed("This app doesn't report where the caret is"));
+    setStatus(Status::failed(noCaret));
     return false;
   }
   content->hint = hintForSuggestion_;
@@ -344,9 +358,10 @@ bool CompletionEngine::presentRemaining() {
 }
 
 void CompletionEngine::forgetShown() {
-  const bool wasShowing = suggestion_ || pendingFix_;
+  const bool wasShowing = suggestion_ || pendingFix_ || alternatives_.isOpen();
   suggestion_.reset();
   pendingFix_.reset();
+  alternatives_.close();
   if (!wasShowing) return;
   s_.ghost.hide();
   if (shownChanged_) shownChanged_();
@@ -379,10 +394,19 @@ void CompletionEngine::reached(Stage stage) const {
 // --- keys and commands ---
 
 std::vector<KeyCombo> CompletionEngine::takeableKeys() const {
-  return isShowing() ? shownKeys(s_.prefs, decision_.tabAccepts) : std::vector<KeyCombo>{};
+  if (!isShowing()) return {};
+  std::vector<KeyCombo> keys = shownKeys(s_.prefs, decision_.tabAccepts);
+  if (!alternatives_.isOpen()) return keys;
+  const auto more = listKeys();
+  keys.insert(keys.end(), more.begin(), more.end());
+  return keys;
 }
 
 bool CompletionEngine::keyPressed(const KeyPress& press) {
+  if (const auto step = rowStep(press.combo()); step && alternatives_.isOpen()) {
+    alternatives_.moveSelection(*step);
+    return true;
+  }
   switch (commandFor(press, s_.prefs, decision_.tabAccepts)) {
     case KeyCommand::acceptNext:
       return acceptNext();
@@ -393,6 +417,9 @@ bool CompletionEngine::keyPressed(const KeyPress& press) {
     // A key that is held does these once.
     case KeyCommand::suggestNow:
       if (!press.isRepeat) suggestNow();
+      return true;
+    case KeyCommand::alternatives:
+      if (!press.isRepeat || alternatives_.isOpen()) showAlternatives();
       return true;
     case KeyCommand::toggleApp:
       if (!press.isRepeat) toggleApp();
@@ -420,6 +447,7 @@ bool CompletionEngine::canAccept(const char* command) const {
 
 bool CompletionEngine::acceptNext() {
   if (pendingFix_) return takeFix(), true;
+  if (alternatives_.isOpen()) return takeAlternative();
   if (!canAccept("accept next")) return false;
   const std::string_view rest = suggestion_->acceptable();
   const std::string chunk(nextChunk(rest, s_.prefs.trailingSpace.get(), s_.prefs.trailingPunctuation.get()));
@@ -439,6 +467,7 @@ bool CompletionEngine::acceptNext() {
 }
 
 bool CompletionEngine::acceptAll() {
+  if (alternatives_.isOpen()) return takeAlternative();
   if (!canAccept("accept all")) return false;
   const std::string rest(suggestion_->acceptable());
   if (rest.empty()) return suggestion_->taken > suggestion_->consumed;
@@ -469,6 +498,46 @@ void CompletionEngine::takeFix() {
   if (!source_ || snapshot_->before != fix.before) return;
   source_->deleteBackwards(static_cast<int>(text::characterCount(fix.word)));
   insert(fix.replacement);
+}
+
+void CompletionEngine::showAlternatives() {
+  if (alternatives_.isOpen()) return alternatives_.moveSelection(1);
+  if (!snapshot_ || !source_) return;
+  // Whoever asks for them wants them, also where suggestions come on demand only.
+  forceNext_ = true;
+  const auto reason = blockedReason();
+  forceNext_ = false;
+  if (reason) return block(*reason);
+  forgetShown();
+  cancelWork();
+  if (!snapshot_->caretRect) return setStatus(Status::failed(noCaret));
+  auto asking = question();
+  if (!asking) return;
+  const auto clean = [before = snapshot_->before, words = asking->words,
+                      style = asking->provider.promptStyle()](const std::string& reply) {
+    return cleanReply(reply, {before, words, style, {}});
+  };
+  setStatus({Status::Case::thinking, {}});
+  alternatives_.open({asking->provider, std::move(asking->request), *snapshot_,
+                      flipped(*snapshot_->caretRect, s_.screens.mainHeight()), clean},
+                     [this](AlternativesSession::News news, const std::string& why) {
+                       const bool came = news == AlternativesSession::News::some;
+                       setStatus(came ? Status{Status::Case::showing, {}} : Status::failed(why));
+                     });
+  if (shownChanged_) shownChanged_();
+}
+
+// The key is ours also while there is nothing to choose from yet.
+bool CompletionEngine::takeAlternative() {
+  const AlternativeChoice choice = alternatives_.choice();
+  if (choice.text.empty()) return true;
+  forgetShown();
+  setStatus({});
+  if (choice.deleted > 0) source_->deleteBackwards(static_cast<int>(choice.deleted));
+  insert(choice.text);
+  recordAccept(std::string(text::dropFirst(choice.text, choice.deleted)));
+  readAgain(0);
+  return true;
 }
 
 void CompletionEngine::readAgain(std::size_t attempt) {

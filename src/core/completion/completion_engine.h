@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/completion/alternatives_session.h"
 #include "core/completion/context_cache.h"
 #include "core/completion/field_session.h"
 #include "core/completion/gates.h"
@@ -40,6 +41,7 @@ class CompletionEngine {
     ContextSource& context;
     TypoChecker& typo;
     GhostPresenter& ghost;
+    AlternativesPanel& alternatives;
     const Screens& screens;
     const SecureInput& secureInput;
     const PowerMonitor& power;
@@ -73,6 +75,8 @@ class CompletionEngine {
   bool acceptAll();
   bool escape();
   void suggestNow();
+  // Opens the list of other suggestions, or goes to its next row.
+  void showAlternatives();
   void toggleApp();
   void toggleGlobal();
   // Hides what is shown and cancels what is under way.
@@ -89,7 +93,9 @@ class CompletionEngine {
   // The stay in the focused field; whoever keeps what was written there listens to it.
   FieldSession& session() { return session_; }
   const LastGeneration& lastGeneration() const { return last_; }
-  bool isShowing() const { return pendingFix_ || (suggestion_ && !suggestion_->remaining().empty()); }
+  bool isShowing() const {
+    return pendingFix_ || alternatives_.isOpen() || (suggestion_ && !suggestion_->remaining().empty());
+  }
   // Whether the engine asked last shows its text while it writes.
   bool streaming() const { return streaming_; }
   // The keys to take right now: none while nothing is shown.
@@ -124,6 +130,13 @@ class CompletionEngine {
     bool arrived = false;  // the first of it is there
   };
 
+  // What an engine is to be asked now.
+  struct Question {
+    CompletionProvider& provider;
+    CompletionRequest request;
+    int words = 0;
+  };
+
   void sourceChanged();
   void reconsider();
   std::optional<std::string> blockedReason();
@@ -139,6 +152,7 @@ class CompletionEngine {
   bool holdTypo();
   void schedule();
   void generate();
+  std::optional<Question> question();
   void grown(const std::string& textSoFar);
   void showGrowth();
   void finishGeneration(Generation::Outcome outcome);
@@ -152,6 +166,7 @@ class CompletionEngine {
   void recordArrival();
   void recordAccept(const std::string& text);
   void takeFix();
+  bool takeAlternative();
   void readAgain(std::size_t attempt);
   void forgetShown();
   void cancelWork();
@@ -167,6 +182,7 @@ class CompletionEngine {
   FieldSession session_;
   std::optional<Suggestion> suggestion_;
   std::optional<Fix> pendingFix_;
+  AlternativesSession alternatives_;
   std::optional<Injection> lastInjection_;
   std::optional<Suppression> suppressed_;
   std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it

@@ -3,7 +3,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr KeyCombo escapeKey{key::escape, {}};
+constexpr KeyCombo escapeKey{key::escape, {}}, upKey{key::upArrow, {}}, downKey{key::downArrow, {}};
 
 bool usable(const std::optional<KeyCombo>& combo, bool tabAccepts) {
   return combo && (tabAccepts || combo->keyCode != key::tab);
@@ -18,9 +18,20 @@ KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabA
   if (is(prefs.acceptAllKey.get()) && usable(combo, tabAccepts)) return KeyCommand::acceptAll;
   if (combo == escapeKey) return KeyCommand::escape;
   if (is(prefs.triggerKey.get())) return KeyCommand::suggestNow;
+  if (is(prefs.alternativesKey.get())) return KeyCommand::alternatives;
   if (is(prefs.toggleAppKey.get())) return KeyCommand::toggleApp;
   if (is(prefs.toggleGlobalKey.get())) return KeyCommand::toggleGlobal;
   return KeyCommand::none;
+}
+
+std::optional<int> rowStep(const KeyCombo& combo) {
+  if (combo == upKey) return -1;
+  if (combo == downKey) return 1;
+  return std::nullopt;
+}
+
+std::vector<KeyCombo> listKeys() {
+  return {upKey, downKey};
 }
 
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {
@@ -32,7 +43,8 @@ std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {
 
 std::vector<KeyCombo> shortcutKeys(const Preferences& prefs) {
   std::vector<KeyCombo> keys;
-  for (const auto& combo : {prefs.triggerKey.get(), prefs.toggleAppKey.get(), prefs.toggleGlobalKey.get()})
+  for (const auto& combo : {prefs.triggerKey.get(), prefs.alternativesKey.get(), prefs.toggleAppKey.get(),
+                            prefs.toggleGlobalKey.get()})
     if (combo) keys.push_back(*combo);
   return keys;
 }

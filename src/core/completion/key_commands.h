@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <vector>
 
 #include "core/settings/preferences.h"
@@ -6,10 +7,23 @@
 
 namespace nimbletype {
 
-enum class KeyCommand { none, acceptNext, acceptAll, escape, suggestNow, toggleApp, toggleGlobal };
+enum class KeyCommand {
+  none,
+  acceptNext,
+  acceptAll,
+  escape,
+  suggestNow,
+  toggleApp,
+  toggleGlobal,
+  alternatives
+};
 
 // What a key press asks for. `tabAccepts` false leaves Tab itself to the application.
 KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabAccepts);
+
+// By how many rows a key moves the highlight of a list; none for a key that does not.
+std::optional<int> rowStep(const KeyCombo& combo);
+std::vector<KeyCombo> listKeys();
 
 // The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);
