@@ -73,11 +73,11 @@ DayStats StatsStore::day(WallTime date) const {
 }
 
 std::vector<StatsStore::DatedStats> StatsStore::lastDays(int count) const {
+  const text::LocalCalendar& here = calendar();
   std::vector<DatedStats> list;
-  text::Day day = dayOf(loop_.wallNow());
-  for (; count > 0; --count, day = calendar().before(day)) {
+  for (text::Day day = here.dayOf(loop_.wallNow()); count > 0; --count, day = here.before(day)) {
     const auto found = snapshot_.days.find(day);
-    list.push_back({calendar().startOf(day), found == snapshot_.days.end() ? DayStats() : found->second});
+    list.push_back({here.startOf(day), found == snapshot_.days.end() ? DayStats() : found->second});
   }
   std::ranges::reverse(list);
   return list;

@@ -40,6 +40,11 @@ std::string wordCountText(std::int64_t words, const std::string& locale) {
   return words == 1 ? "1 word" : text::formatNumber(words, locale) + " words";
 }
 
+std::string streakText(int days, const std::string& locale) {
+  if (days == 0) return "Start your streak today.";
+  return text::formatNumber(days, locale) + (days == 1 ? " day" : " days");
+}
+
 std::string statsSummary(std::int64_t wordsToday, std::int64_t wordsThisWeek, const std::string& locale) {
   if (wordsThisWeek < 1) return "Start typing anywhere. Nimbletype keeps count here.";
   return todaySentence(wordsToday, locale) + wordCountText(wordsThisWeek, locale) + " this week.";

@@ -13,6 +13,8 @@ double minutesSaved(std::int64_t words);
 std::string minutesText(double minutes, const std::string& locale);
 // "1 word", "1,234 words"
 std::string wordCountText(std::int64_t words, const std::string& locale);
+// "Start your streak today.", "1 day", "12 days"
+std::string streakText(int days, const std::string& locale);
 std::string statsSummary(std::int64_t wordsToday, std::int64_t wordsThisWeek, const std::string& locale);
 
 }  // namespace nimbletype

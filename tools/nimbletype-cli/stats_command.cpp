@@ -106,7 +106,7 @@ class Report {
          figures(
              {.words = stats_.totalWords(), .accepts = stats_.totalAccepts(), .shown = stats_.totalShown()}) +
              ", " + minutesText(minutesSaved(stats_.totalWords()), locale_) + " of typing");
-    line("Streak", streak());
+    line("Streak", streakText(stats_.streak(), locale_));
     if (const auto typical = stats_.typicalLatency())
       line("Wait", number(*typical) + " ms typically, 9 in 10 within " +
                        number(stats_.nineInTenLatency().value_or(0)) + " ms");
@@ -143,12 +143,6 @@ class Report {
   std::string figures(const DayStats& day) const {
     return wordCountText(day.words, locale_) + " saved, " + number(day.accepts) + " accepted, " +
            number(day.shown) + " shown";
-  }
-
-  std::string streak() const {
-    const int days = stats_.streak();
-    if (days == 0) return "Start your streak today.";
-    return number(days) + (days == 1 ? " day" : " days");
   }
 
   std::string apps() const {
