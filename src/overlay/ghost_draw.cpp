@@ -11,6 +11,11 @@ BottomLeftRect inside(const BottomLeftRect& frame, BottomLeftRect rect) {
   return rect;
 }
 
+// A line's rectangle is rounded up to whole points, or wider for its box.
+double leftOfText(const GhostLayout::Line& line, const FontSpec& font, const FontMetrics& metrics) {
+  return line.rightToLeft ? line.rect.right() - metrics.width(font, line.text) : line.rect.x;
+}
+
 TextDraw keycapLabel(const BottomLeftRect& keycap, Color color, std::string_view label,
                      const FontMetrics& metrics) {
   const LineMetrics line = metrics.line(hintFont);
@@ -27,8 +32,9 @@ DrawList drawGhost(const GhostLayout& layout, const GhostColors& colors, std::st
   if (layout.container)
     list.items.push_back(BoxDraw{inside(layout.frame, *layout.container), boxRadius, colors.box});
   for (const auto& line : layout.lines)
-    list.items.push_back(TextDraw{line.text, layout.font, colors.text, line.rect.x - layout.frame.x,
-                                  line.baseline - layout.frame.y});
+    list.items.push_back(TextDraw{line.text, layout.font, colors.text,
+                                  leftOfText(line, layout.font, metrics) - layout.frame.x,
+                                  line.baseline - layout.frame.y, line.rightToLeft});
   if (layout.hintX && !layout.lines.empty()) {
     const BottomLeftRect keycap = inside(layout.frame, keycapRect(layout));
     list.items.push_back(BoxDraw{keycap, keycapRadius, colors.keycap});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "overlay/ghost_reading.h"
 #include "overlay/ghost_rows.h"
 
 namespace nimbletype {
@@ -167,7 +168,10 @@ class Layouter {
 
 GhostLayout layoutGhost(const GhostContent& content, const FontSpec& font, const GhostArea& area,
                         std::string_view hintLabel, const FontMetrics& metrics) {
-  return Layouter(content, font, area, metrics).run(hintLabel);
+  const auto direction = lineDirection(content, font, metrics);
+  const GhostContent inOrder = inReadingOrder(content, direction, font, metrics);
+  if (direction == text::Direction::leftToRight) return Layouter(inOrder, font, area, metrics).run(hintLabel);
+  return mirrored(Layouter(inOrder, font, mirrored(area), metrics).run(hintLabel));
 }
 
 BottomLeftRect keycapRect(const GhostLayout& layout) {

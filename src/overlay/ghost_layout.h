@@ -17,6 +17,7 @@ struct GhostLayout {
     bool inBox = false;
     BottomLeftRect rect;  // as wide as the text, as high as a row
     double baseline = 0;
+    bool rightToLeft = false;  // the direction of the line it continues; its text ends at the right then
     bool operator==(const Line&) const = default;
   };
   BottomLeftRect frame;  // whole points

@@ -1,10 +1,27 @@
 #include "overlay/ghost_panel.h"
 
+#include <algorithm>
+
 #include "overlay/ghost_draw.h"
 #include "overlay/ghost_font.h"
 #include "overlay/ghost_log.h"
+#include "overlay/ghost_reading.h"
 
 namespace nimbletype {
+namespace {
+
+// Wide enough to hold more background than letters.
+constexpr double sampleWidth = 16;
+
+BottomLeftRect startOfText(const GhostLayout& layout) {
+  const GhostLayout::Line& line = layout.lines.front();
+  BottomLeftRect start = line.rect;
+  start.width = std::min(start.width, sampleWidth);
+  if (line.rightToLeft) start.x = line.rect.right() - start.width;
+  return start;
+}
+
+}  // namespace
 
 void GhostPanel::present(const GhostContent& content) {
   if (content_ == content) return;
@@ -14,7 +31,7 @@ void GhostPanel::present(const GhostContent& content) {
   layout_ = layoutGhost(content, fittedFont(content), area, hintLabel_, ports_.metrics);
   content_ = content;
   if (layout_->container) ports_.log.log("overlay", boxLine(content, *layout_, area));
-  const GhostColors colors = ghostColors(content.tinted, ports_.screens.isDarkAt(content.caretRect));
+  const GhostColors colors = ghostColors(content.tinted, ports_.screens.isDarkAt(startOfText(*layout_)));
   ports_.surface.show(drawGhost(*layout_, colors, hintLabel_, ports_.metrics));
 }
 
@@ -28,7 +45,9 @@ void GhostPanel::hide() {
 // A line too short to tell is set as the same font was before, and in whole advances where nothing is known.
 FontSpec GhostPanel::fittedFont(const GhostContent& content) {
   FontSpec font = ghostFont(content, ports_.metrics);
-  if (const auto fit = usesWholeAdvances(content, font, ports_.metrics)) lastFit_ = {font, *fit};
+  const auto direction = lineDirection(content, font, ports_.metrics);
+  const GhostContent inOrder = inReadingOrder(content, direction, font, ports_.metrics);
+  if (const auto fit = usesWholeAdvances(inOrder, font, ports_.metrics)) lastFit_ = {font, *fit};
   font.wholeAdvances = lastFit_ && lastFit_->font == font ? lastFit_->wholeAdvances : true;
   return font;
 }

@@ -24,12 +24,14 @@ struct FontSpec {
   bool operator==(const FontSpec&) const = default;
 };
 
-// One run of text; `x`, `baseline` in points from the surface's bottom left corner.
+// One line of text; `x`, `baseline` in points from the surface's bottom left corner. Words that run against
+// the line's direction are set their own way within it.
 struct TextDraw {
   std::string text;
   FontSpec font;
   Color color;
-  double x = 0, baseline = 0;
+  double x = 0, baseline = 0;  // `x` is the left edge, whatever the direction
+  bool rightToLeft = false;
   bool operator==(const TextDraw&) const = default;
 };
 

@@ -19,7 +19,8 @@ class Screens {
   virtual double mainHeight() const = 0;
   // The desktop's appearance.
   virtual bool isDark() const = 0;
-  // Whether what an application draws around this place is dark; the appearance where that cannot be seen.
+  // Whether what an application draws at this place is dark, or right of it where it is a caret's; the
+  // appearance where that cannot be seen.
   virtual bool isDarkAt(const BottomLeftRect&) const { return isDark(); }
 };
 

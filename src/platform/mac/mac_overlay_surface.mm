@@ -13,6 +13,13 @@ NSColor* colorFor(const Color& color) {
   return [NSColor colorWithSRGBRed:color.red green:color.green blue:color.blue alpha:color.alpha];
 }
 
+NSParagraphStyle* lineStyle(bool rightToLeft) {
+  NSMutableParagraphStyle* style = [[NSMutableParagraphStyle alloc] init];
+  style.baseWritingDirection = rightToLeft ? NSWritingDirectionRightToLeft : NSWritingDirectionLeftToRight;
+  style.alignment = NSTextAlignmentLeft;
+  return style;
+}
+
 struct Painter {
   void operator()(const BoxDraw& box) const {
     const NSRect rect = NSMakeRect(box.rect.x, box.rect.y, box.rect.width, box.rect.height);
@@ -23,8 +30,11 @@ struct Painter {
   // A string is drawn from the bottom left of its line, which lies a descender under the baseline.
   void operator()(const TextDraw& text) const {
     NSFont* font = fontFor(text.font);
-    NSDictionary* looks =
-        @{NSFontAttributeName : font, NSForegroundColorAttributeName : colorFor(text.color)};
+    NSDictionary* looks = @{
+      NSFontAttributeName : font,
+      NSForegroundColorAttributeName : colorFor(text.color),
+      NSParagraphStyleAttributeName : lineStyle(text.rightToLeft)
+    };
     NSAttributedString* string = [[NSAttributedString alloc] initWithString:nsString(text.text)
                                                                  attributes:looks];
     [string drawAtPoint:NSMakePoint(text.x, text.baseline + font.descender)];

@@ -40,7 +40,7 @@ struct ItemPainter {
 
   void operator()(const TextDraw& text) const {
     painter.setPen(toQColor(text.color));
-    for (const QGlyphRun& run : typesetter.set(text.font, text.text).runs)
+    for (const QGlyphRun& run : typesetter.set(text.font, text.text, text.rightToLeft).runs)
       painter.drawGlyphRun(origin(text, frameHeight), run);
   }
 };
@@ -54,7 +54,7 @@ struct ItemCover {
   QRect operator()(const TextDraw& text) const {
     const LineMetrics line = typesetter.line(text.font);
     const QPointF start = origin(text, frameHeight);
-    return QRectF(start.x() + 1, start.y() - std::ceil(line.ascender),
+    return QRectF(start.x() + (text.rightToLeft ? -1 : 1), start.y() - std::ceil(line.ascender),
                   std::ceil(typesetter.width(text.font, text.text)),
                   std::ceil(line.ascender) + std::ceil(-line.descender))
         .toAlignedRect();

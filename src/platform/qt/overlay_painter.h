@@ -16,8 +16,8 @@ void paintOverlay(QPaintDevice& device, const DrawList& list, const std::optiona
 
 void paintNothing(QPaintDevice& device);
 
-// The part of the frame that shows something: the boxes and the lines of text, each but for the first pixel,
-// where the application's caret stands.
+// The part of the frame that shows something: the boxes and the lines of text, each but for the first pixel
+// in its direction, where the application's caret stands.
 QRegion coveredRegion(const DrawList& list, QtTypesetter& typesetter);
 
 }  // namespace nimbletype

@@ -23,6 +23,8 @@ bool isDarkColor(const QColor& color) {
   return color.lightnessF() < 0.5F;
 }
 
+constexpr int widestCaret = 2;
+
 // A middling background counts as dark: the light grey of a ghost stands out from it more than the dark one.
 bool isDarkBackground(const QColor& color) {
   return qGray(color.rgb()) < 180;
@@ -48,10 +50,11 @@ bool QtScreens::isDark() const {
   return isDarkColor(QGuiApplication::palette().color(QPalette::Window));
 }
 
-bool QtScreens::isDarkAt(const BottomLeftRect& caret) const {
-  const TopLeftRect place = flipped(caret, mainHeight());
-  const QRect beside(qRound(place.x) + 1, qRound(place.y), 0, qRound(place.height));
-  const auto background = backgroundBeside(beside);
+bool QtScreens::isDarkAt(const BottomLeftRect& rect) const {
+  const TopLeftRect place = flipped(rect, mainHeight());
+  const QRect pixels(qRound(place.x), qRound(place.y), qRound(place.width), qRound(place.height));
+  const bool isCaret = pixels.width() <= widestCaret;
+  const auto background = isCaret ? backgroundBeside(pixels) : backgroundOf(pixels);
   return background ? isDarkBackground(*background) : isDark();
 }
 

@@ -9,7 +9,7 @@ class QtScreens final : public Screens {
   std::vector<Screen> all() const override;
   double mainHeight() const override;
   bool isDark() const override;
-  bool isDarkAt(const BottomLeftRect& caret) const override;
+  bool isDarkAt(const BottomLeftRect& rect) const override;
 };
 
 }  // namespace nimbletype

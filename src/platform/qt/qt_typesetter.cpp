@@ -39,10 +39,12 @@ bool isPlain(const QString& text) {
   });
 }
 
-SetText layOut(const QFont& font, const QString& text) {
+SetText layOut(const QFont& font, const QString& text, bool rightToLeft) {
   QTextLayout layout(text, font);
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
+  option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+  option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
   option.setFlags(QTextOption::IncludeTrailingSpaces);
   layout.setTextOption(option);
   layout.setCacheEnabled(false);
@@ -50,7 +52,7 @@ SetText layOut(const QFont& font, const QString& text) {
   QTextLine line = layout.createLine();
   layout.endLayout();
   if (!line.isValid()) return {};
-  SetText result{layout.glyphRuns(), line.cursorToX(static_cast<int>(text.size()))};
+  SetText result{layout.glyphRuns(), line.naturalTextWidth()};
   for (QGlyphRun& run : result.runs) {
     auto places = run.positions();
     for (QPointF& place : places) place.ry() -= line.ascent();
@@ -98,10 +100,10 @@ void snapToPixels(SetText& text, double size, std::map<QString, QRawFont>& opene
 
 }  // namespace
 
-SetText QtTypesetter::set(const FontSpec& font, std::string_view text) {
+SetText QtTypesetter::set(const FontSpec& font, std::string_view text, bool rightToLeft) {
   const QString string = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
   Face& opened = face(font);
-  SetText result = layOut(opened.font, string);
+  SetText result = layOut(opened.font, string, rightToLeft);
   if (font.wholeAdvances && isPlain(string)) snapToPixels(result, font.size, opened.exact);
   return result;
 }

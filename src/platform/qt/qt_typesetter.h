@@ -23,7 +23,7 @@ struct SetText {
 // the size and round every advance (GTK, Chromium); FontSpec::wholeAdvances says which.
 class QtTypesetter {
  public:
-  SetText set(const FontSpec& font, std::string_view text);
+  SetText set(const FontSpec& font, std::string_view text, bool rightToLeft = false);
   double width(const FontSpec& font, std::string_view text);
   LineMetrics line(const FontSpec& font);
 

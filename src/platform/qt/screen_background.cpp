@@ -37,15 +37,18 @@ std::optional<QColor> commonestColor(const QImage& image) {
   return QColor::fromRgb(best);
 }
 
-std::optional<QColor> backgroundBeside(const QRect& caret) {
-  QScreen* screen = QGuiApplication::screenAt(caret.topLeft());
+std::optional<QColor> backgroundOf(const QRect& place) {
+  QScreen* screen = QGuiApplication::screenAt(place.topLeft());
   if (!screen) return std::nullopt;
-  QRect strip(caret.x() + caret.width(), caret.y(), stripWidth, std::max(1, caret.height()));
-  strip &= screen->geometry();
-  if (strip.isEmpty()) return std::nullopt;
-  const QPoint inScreen = strip.topLeft() - screen->geometry().topLeft();
+  const QRect seen = place & screen->geometry();
+  if (seen.isEmpty()) return std::nullopt;
+  const QPoint inScreen = seen.topLeft() - screen->geometry().topLeft();
   return commonestColor(
-      screen->grabWindow(0, inScreen.x(), inScreen.y(), strip.width(), strip.height()).toImage());
+      screen->grabWindow(0, inScreen.x(), inScreen.y(), seen.width(), seen.height()).toImage());
+}
+
+std::optional<QColor> backgroundBeside(const QRect& caret) {
+  return backgroundOf({caret.x() + caret.width(), caret.y(), stripWidth, std::max(1, caret.height())});
 }
 
 }  // namespace nimbletype

@@ -10,8 +10,10 @@ namespace nimbletype {
 // it.
 std::optional<QColor> commonestColor(const QImage& image);
 
-// The background of what is on screen just right of a caret's right edge; none where the screen cannot be
-// read.
+// The background of what is on screen at a place; none where the screen cannot be read.
+std::optional<QColor> backgroundOf(const QRect& place);
+
+// The same just right of a caret.
 std::optional<QColor> backgroundBeside(const QRect& caret);
 
 }  // namespace nimbletype
