@@ -47,6 +47,19 @@ void layoutWithRealFonts(benchmark::State& state) {
 }
 BENCHMARK(layoutWithRealFonts);
 
+// Words that were never measured before, as in a new suggestion.
+void layoutOfNewWords(benchmark::State& state) {
+  GhostContent content = longSuggestion();
+  const QtFontMetrics metrics;
+  std::uint32_t seed = 1;
+  for (auto _ : state) {
+    for (char& c : content.text)
+      if (c != ' ') c = static_cast<char>('a' + ((seed = seed * 1664525 + 1013904223) >> 24) % 26);
+    benchmark::DoNotOptimize(layOut(content, metrics));
+  }
+}
+BENCHMARK(layoutOfNewWords);
+
 void layoutAndPaint(benchmark::State& state) {
   const GhostContent content = longSuggestion();
   const QtFontMetrics metrics;
