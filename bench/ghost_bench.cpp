@@ -28,7 +28,7 @@ GhostContent longSuggestion() {
 }
 
 GhostLayout layOut(const GhostContent& content, const FontMetrics& metrics) {
-  FontSpec font = ghostFont(content, metrics);
+  FontSpec font = fieldFont(content, metrics);
   font.wholeAdvances = true;
   return layoutGhost(content, font, {{0, 0, 1440, 875}, 0}, "tab", metrics);
 }

@@ -139,6 +139,20 @@ LineMetrics QtTypesetter::line(const FontSpec& font) {
   return face(font).line;
 }
 
+LineMetrics QtTypesetter::lineHolding(const FontSpec& font, std::string_view text) {
+  Face& opened = face(font);
+  LineMetrics line = opened.line;
+  if (std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; })) return line;
+  const QString string = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  for (const QGlyphRun& run : layOut(opened.font, string, false).runs) {
+    const QRawFont own = run.rawFont();
+    const QRawFont& used = font.wholeAdvances ? atSize(opened.exact, own, font.size) : own;
+    line.ascender = std::max(line.ascender, used.ascent());
+    line.descender = std::min(line.descender, -used.descent());
+  }
+  return line;
+}
+
 QtTypesetter::Face& QtTypesetter::face(const FontSpec& font) {
   const auto key = std::tuple(font.name, font.size, font.medium, font.wholeAdvances);
   if (const auto found = faces_.find(key); found != faces_.end()) return found->second;

@@ -28,6 +28,7 @@ class QtTypesetter {
   // The sum of its words, each with the blanks after it: suggestions are measured again at every key press.
   double width(const FontSpec& font, std::string_view text);
   LineMetrics line(const FontSpec& font);
+  LineMetrics lineHolding(const FontSpec& font, std::string_view text);
 
  private:
   struct StringHash {
