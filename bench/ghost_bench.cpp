@@ -28,7 +28,7 @@ GhostContent longSuggestion() {
 }
 
 GhostLayout layOut(const GhostContent& content, const FontMetrics& metrics) {
-  FontSpec font = ghostFont(content, metrics);
+  FontSpec font = fieldFont(content, metrics);
   font.wholeAdvances = true;
   return layoutGhost(content, font, {{0, 0, 1440, 875}, 0}, "tab", metrics);
 }
@@ -46,6 +46,19 @@ void layoutWithRealFonts(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(layOut(content, metrics));
 }
 BENCHMARK(layoutWithRealFonts);
+
+// Words that were never measured before, as in a new suggestion.
+void layoutOfNewWords(benchmark::State& state) {
+  GhostContent content = longSuggestion();
+  const QtFontMetrics metrics;
+  std::uint32_t seed = 1;
+  for (auto _ : state) {
+    for (char& c : content.text)
+      if (c != ' ') c = static_cast<char>('a' + ((seed = seed * 1664525 + 1013904223) >> 24) % 26);
+    benchmark::DoNotOptimize(layOut(content, metrics));
+  }
+}
+BENCHMARK(layoutOfNewWords);
 
 void layoutAndPaint(benchmark::State& state) {
   const GhostContent content = longSuggestion();

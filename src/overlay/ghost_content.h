@@ -15,7 +15,8 @@ struct GhostContent {
   std::optional<double> lineStartX;
   std::string lineText;  // what stands between lineStartX and the caret, where known
   std::optional<BottomLeftRect> fieldFrame;
-  double fontSize = 13;  // points of the overlay space, see FontSpec
+  double fontSize = 13;  // of the field's text; points of the overlay space, see FontSpec
+  double textScale = 1;  // how much larger than the field's text the suggestion is to be
   std::optional<std::string> fontName;
   bool allowWrap = true;
   bool hint = false;

@@ -10,10 +10,24 @@ constexpr double measuringError = 2;
 
 }  // namespace
 
-FontSpec ghostFont(const GhostContent& content, const FontMetrics& metrics) {
+FontSpec fieldFont(const GhostContent& content, const FontMetrics& metrics) {
   FontSpec font{.name = "", .size = content.fontSize};
   if (content.fontName && metrics.exists(*content.fontName)) font.name = *content.fontName;
   return font;
+}
+
+FontSpec ghostFont(const GhostContent& content, FontSpec fieldFont) {
+  fieldFont.size *= content.textScale;
+  return fieldFont;
+}
+
+LineMetrics caretLine(const GhostContent& content, const FontSpec& fieldFont, const FontMetrics& metrics) {
+  const LineMetrics own = metrics.line(fieldFont);
+  const LineMetrics mixed = metrics.lineHolding(fieldFont, content.lineText);
+  const auto off = [&](const LineMetrics& line) {
+    return std::abs(line.ascender - line.descender - content.caretRect.height);
+  };
+  return off(mixed) < off(own) ? mixed : own;
 }
 
 std::optional<bool> usesWholeAdvances(const GhostContent& content, FontSpec font,

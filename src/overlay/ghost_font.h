@@ -4,8 +4,14 @@
 
 namespace nimbletype {
 
-// The content's font, or the system font of the same size where it names none that exists.
-FontSpec ghostFont(const GhostContent& content, const FontMetrics& metrics);
+// The field's font, or the system font of the same size where the content names none that exists.
+FontSpec fieldFont(const GhostContent& content, const FontMetrics& metrics);
+// The same in the size in which the suggestion is drawn.
+FontSpec ghostFont(const GhostContent& content, FontSpec fieldFont);
+
+// The lines of the field around the caret: of its font, or with those of the fonts that lend the characters
+// it lacks, whichever is as high as the caret.
+LineMetrics caretLine(const GhostContent& content, const FontSpec& fieldFont, const FontMetrics& metrics);
 
 // Whether the application sets its text in whole pixel advances, told by comparing the width of the caret's
 // line on screen with both ways of setting it; none where the line does not tell them apart.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "overlay/ghost_font.h"
 #include "overlay/ghost_reading.h"
 #include "overlay/ghost_rows.h"
 
@@ -20,6 +21,11 @@ BottomLeftRect united(const BottomLeftRect& a, const BottomLeftRect& b) {
   return {x, y, std::max(a.right(), b.right()) - x, std::max(a.top(), b.top()) - y};
 }
 
+// The height of the baseline of a line that is centred in a row.
+double baselineIn(double rowHeight, const LineMetrics& line) {
+  return (rowHeight - (line.ascender - line.descender)) / 2 - line.descender;
+}
+
 BottomLeftRect wholePoints(const BottomLeftRect& r) {
   const double x = std::floor(r.x), y = std::floor(r.y);
   return {x, y, std::ceil(r.right()) - x, std::ceil(r.top()) - y};
@@ -27,11 +33,11 @@ BottomLeftRect wholePoints(const BottomLeftRect& r) {
 
 class Layouter {
  public:
-  Layouter(const GhostContent& content, const FontSpec& font, const GhostArea& area,
+  Layouter(const GhostContent& content, const FontSpec& fieldFont, const GhostArea& area,
            const FontMetrics& metrics)
       : content_(content), area_(area), metrics_(metrics) {
-    layout_.font = font;
-    measureRow();
+    layout_.font = ghostFont(content, fieldFont);
+    measureRow(caretLine(content, fieldFont, metrics));
   }
 
   GhostLayout run(std::string_view hintLabel) {
@@ -50,14 +56,14 @@ class Layouter {
   }
 
  private:
-  // A row is centred on the caret, and a font's line in its row: so the baseline is the application's own, as
-  // toolkits spread what they add to a line's height evenly or by less than a pixel.
-  void measureRow() {
+  // The field's line is centred on the caret, as toolkits spread what they add to a line's height evenly or
+  // by less than a pixel; so its baseline is the application's own. The suggestion stands on it, too.
+  void measureRow(const LineMetrics& field) {
     const LineMetrics line = metrics_.line(layout_.font);
     const double lineHeight = std::ceil(line.ascender - line.descender + line.leading);
     layout_.lineHeight = std::max(content_.caretRect.height, lineHeight);
-    rowBottom_ = content_.caretRect.y + (content_.caretRect.height - layout_.lineHeight) / 2;
-    baselineInRow_ = (layout_.lineHeight - (line.ascender - line.descender)) / 2 - line.descender;
+    baselineInRow_ = baselineIn(layout_.lineHeight, line);
+    rowBottom_ = content_.caretRect.y + baselineIn(content_.caretRect.height, field) - baselineInRow_;
   }
 
   double lineStart() const {
@@ -166,12 +172,13 @@ class Layouter {
 
 }  // namespace
 
-GhostLayout layoutGhost(const GhostContent& content, const FontSpec& font, const GhostArea& area,
+GhostLayout layoutGhost(const GhostContent& content, const FontSpec& fieldFont, const GhostArea& area,
                         std::string_view hintLabel, const FontMetrics& metrics) {
-  const auto direction = lineDirection(content, font, metrics);
-  const GhostContent inOrder = inReadingOrder(content, direction, font, metrics);
-  if (direction == text::Direction::leftToRight) return Layouter(inOrder, font, area, metrics).run(hintLabel);
-  return mirrored(Layouter(inOrder, font, mirrored(area), metrics).run(hintLabel));
+  const auto direction = lineDirection(content, fieldFont, metrics);
+  const GhostContent inOrder = inReadingOrder(content, direction, fieldFont, metrics);
+  if (direction == text::Direction::leftToRight)
+    return Layouter(inOrder, fieldFont, area, metrics).run(hintLabel);
+  return mirrored(Layouter(inOrder, fieldFont, mirrored(area), metrics).run(hintLabel));
 }
 
 BottomLeftRect keycapRect(const GhostLayout& layout) {

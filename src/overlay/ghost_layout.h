@@ -34,7 +34,8 @@ struct GhostLayout {
 // The font of the keycap's label.
 inline const FontSpec hintFont{.name = "", .size = 9, .medium = true};
 
-GhostLayout layoutGhost(const GhostContent& content, const FontSpec& font, const GhostArea& area,
+// In the field's font, which the content may want scaled.
+GhostLayout layoutGhost(const GhostContent& content, const FontSpec& fieldFont, const GhostArea& area,
                         std::string_view hintLabel, const FontMetrics& metrics);
 
 // Where the keycap stands; only for a layout that has a `hintX`.

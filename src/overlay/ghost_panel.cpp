@@ -44,7 +44,7 @@ void GhostPanel::hide() {
 
 // A line too short to tell is set as the same font was before, and in whole advances where nothing is known.
 FontSpec GhostPanel::fittedFont(const GhostContent& content) {
-  FontSpec font = ghostFont(content, ports_.metrics);
+  FontSpec font = fieldFont(content, ports_.metrics);
   const auto direction = lineDirection(content, font, ports_.metrics);
   const GhostContent inOrder = inReadingOrder(content, direction, font, ports_.metrics);
   if (const auto fit = usesWholeAdvances(inOrder, font, ports_.metrics)) lastFit_ = {font, *fit};

@@ -15,22 +15,20 @@ double roundedWidth(const FontSpec& font, const FontMetrics& metrics, std::strin
   return std::ceil(metrics.width(font, text));
 }
 
+// Of the text up to and with one of its words or characters.
+std::size_t lengthOf(std::string_view text, std::string_view word) {
+  return static_cast<std::size_t>(word.data() + word.size() - text.data());
+}
+
 // The most characters, at least one, whose width is within the room.
 std::size_t bytesThatFit(std::string_view word, double room, const FontSpec& font,
                          const FontMetrics& metrics) {
   const auto characters = text::characters(word);
-  std::size_t bytes = 0;
-  for (std::string_view character : characters) {
-    const std::size_t next = bytes + character.size();
-    if (bytes > 0 && roundedWidth(font, metrics, word.substr(0, next)) > room) break;
-    bytes = next;
-  }
-  return bytes;
-}
-
-// Of the text up to and with one of its words.
-std::size_t lengthOf(std::string_view text, std::string_view word) {
-  return static_cast<std::size_t>(word.data() + word.size() - text.data());
+  const auto end =
+      std::partition_point(characters.begin() + 1, characters.end(), [&](std::string_view character) {
+        return roundedWidth(font, metrics, word.substr(0, lengthOf(word, character))) <= room;
+      });
+  return lengthOf(word, *(end - 1));
 }
 
 // How many words the longest part from the start has that fits. Longer parts are never narrower, and

@@ -11,11 +11,11 @@ TEST(GhostFont, IsTheFieldsOrTheSystems) {
   FixedFontMetrics metrics;
   GhostContent content;
   content.fontSize = 11;
-  EXPECT_EQ(ghostFont(content, metrics), (FontSpec{.name = "", .size = 11}));
+  EXPECT_EQ(fieldFont(content, metrics), (FontSpec{.name = "", .size = 11}));
   content.fontName = "Menlo";
-  EXPECT_EQ(ghostFont(content, metrics), (FontSpec{.name = "Menlo", .size = 11}));
+  EXPECT_EQ(fieldFont(content, metrics), (FontSpec{.name = "Menlo", .size = 11}));
   content.fontName = "No Such Font";
-  EXPECT_EQ(ghostFont(content, metrics), (FontSpec{.name = "", .size = 11}));
+  EXPECT_EQ(fieldFont(content, metrics), (FontSpec{.name = "", .size = 11}));
 }
 
 // At size 11 a character is 5.5 wide, or 6 in whole advances.

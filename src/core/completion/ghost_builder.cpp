@@ -32,8 +32,8 @@ std::optional<GhostContent> ghostContent(const FieldSnapshot& snapshot, GhostCon
   content.lineStartX = snapshot.lineStartX;
   content.lineText = lastLine(snapshot.before);
   if (snapshot.fieldFrame) content.fieldFrame = flipped(*snapshot.fieldFrame, mainScreenHeight);
-  content.fontSize =
-      snapshot.fontSize.value_or(snapshot.caretRect->height * lineToFontSize) * prefs.textScale.get();
+  content.fontSize = snapshot.fontSize.value_or(snapshot.caretRect->height * lineToFontSize);
+  content.textScale = prefs.textScale.get();
   content.fontName = snapshot.fontName;
   content.allowWrap = kind == GhostContent::Kind::completion && !isSingleLine(snapshot);
   content.tinted = prefs.ghostStyle.get() == GhostStyle::tinted;

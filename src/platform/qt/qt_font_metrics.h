@@ -10,6 +10,9 @@ class QtFontMetrics final : public FontMetrics {
  public:
   bool exists(std::string_view name) const override;
   LineMetrics line(const FontSpec& font) const override { return typesetter_.line(font); }
+  LineMetrics lineHolding(const FontSpec& font, std::string_view text) const override {
+    return typesetter_.lineHolding(font, text);
+  }
   double width(const FontSpec& font, std::string_view text) const override {
     return typesetter_.width(font, text);
   }

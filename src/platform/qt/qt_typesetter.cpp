@@ -10,7 +10,12 @@
 namespace nimbletype {
 namespace {
 
-constexpr std::size_t mostFaces = 64;
+constexpr std::size_t mostFaces = 64, mostWords = 4000, longestKept = 80;
+
+std::size_t endOfWord(std::string_view text) {
+  const std::size_t blank = std::min(text.find(' '), text.size());
+  return std::min(text.find_first_not_of(' ', blank), text.size());
+}
 
 QFont makeFont(const FontSpec& spec) {
   QFont font = spec.name.empty() ? QFontDatabase::systemFont(QFontDatabase::GeneralFont)
@@ -101,19 +106,51 @@ void snapToPixels(SetText& text, double size, std::map<QString, QRawFont>& opene
 }  // namespace
 
 SetText QtTypesetter::set(const FontSpec& font, std::string_view text, bool rightToLeft) {
+  return setIn(face(font), font, text, rightToLeft);
+}
+
+SetText QtTypesetter::setIn(Face& face, const FontSpec& font, std::string_view text, bool rightToLeft) {
   const QString string = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  Face& opened = face(font);
-  SetText result = layOut(opened.font, string, rightToLeft);
-  if (font.wholeAdvances && isPlain(string)) snapToPixels(result, font.size, opened.exact);
+  SetText result = layOut(face.font, string, rightToLeft);
+  if (font.wholeAdvances && isPlain(string)) snapToPixels(result, font.size, face.exact);
   return result;
 }
 
 double QtTypesetter::width(const FontSpec& font, std::string_view text) {
-  return set(font, text).width;
+  Face& opened = face(font);
+  double sum = 0;
+  while (!text.empty()) {
+    const std::size_t end = endOfWord(text);
+    sum += wordWidth(opened, font, text.substr(0, end));
+    text.remove_prefix(end);
+  }
+  return sum;
+}
+
+double QtTypesetter::wordWidth(Face& face, const FontSpec& font, std::string_view word) {
+  if (word.size() > longestKept) return setIn(face, font, word, false).width;
+  auto& known = face.wordWidths;
+  if (const auto found = known.find(word); found != known.end()) return found->second;
+  if (known.size() >= mostWords) known.clear();
+  return known.emplace(word, setIn(face, font, word, false).width).first->second;
 }
 
 LineMetrics QtTypesetter::line(const FontSpec& font) {
   return face(font).line;
+}
+
+LineMetrics QtTypesetter::lineHolding(const FontSpec& font, std::string_view text) {
+  Face& opened = face(font);
+  LineMetrics line = opened.line;
+  if (std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; })) return line;
+  const QString string = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  for (const QGlyphRun& run : layOut(opened.font, string, false).runs) {
+    const QRawFont own = run.rawFont();
+    const QRawFont& used = font.wholeAdvances ? atSize(opened.exact, own, font.size) : own;
+    line.ascender = std::max(line.ascender, used.ascent());
+    line.descender = std::min(line.descender, -used.descent());
+  }
+  return line;
 }
 
 QtTypesetter::Face& QtTypesetter::face(const FontSpec& font) {
@@ -121,7 +158,7 @@ QtTypesetter::Face& QtTypesetter::face(const FontSpec& font) {
   if (const auto found = faces_.find(key); found != faces_.end()) return found->second;
   if (faces_.size() >= mostFaces) faces_.clear();
   const QFont made = makeFont(font);
-  return faces_.emplace(key, Face{made, measureLine(made, font), {}}).first->second;
+  return faces_.emplace(key, Face{made, measureLine(made, font), {}, {}}).first->second;
 }
 
 }  // namespace nimbletype
