@@ -10,6 +10,8 @@ namespace nimbletype {
 namespace {
 
 constexpr Milliseconds pinnedPollInterval{500};
+// For so long an application may be without focus while it only passes through its menu bar or a key grab.
+constexpr Milliseconds focusReturn{40};
 
 }  // namespace
 
@@ -123,20 +125,33 @@ void AXFieldSource::watch(const AXElement& element) {
 // Applications tell of one thing in several notifications. Those of one turn of the main loop are told as
 // one.
 void AXFieldSource::emitSoon(Change change) {
-  if (pending_) {
-    pending_ = std::min(*pending_, change);  // the enumeration runs from the strongest to the weakest
-    return;
-  }
-  pending_ = change;
+  const bool isUnderWay = pending_ && !focusReturn_;
+  // The enumeration runs from the strongest to the weakest.
+  pending_ = pending_ ? std::min(*pending_, change) : change;
+  if (isUnderWay) return;
   emission_ = desktop_.loop.after(Milliseconds(0), [this] { emitNow(); });
 }
 
 void AXFieldSource::emitNow() {
+  if (!mayComeBack()) tell();
+}
+
+void AXFieldSource::tell() {
+  focusReturn_.reset();
   const auto change = std::exchange(pending_, std::nullopt);
   if (!change) return;
   // The new element has to be watched even when nobody asks for a snapshot.
   if (*change == Change::focus) focusedElement();
   if (onChange_) onChange_(*change);
+}
+
+// A focus that is lost and found again is no change: what is shown for the field stays.
+bool AXFieldSource::mayComeBack() {
+  const bool hadFocus =
+      focusReturn_ || (watched_ && origin_ && app_ && origin_->processID == app_->processID);
+  if (pending_ != Change::focus || !hadFocus || focusedElement()) return false;
+  if (!focusReturn_) focusReturn_ = desktop_.loop.after(focusReturn, [this] { tell(); });
+  return true;
 }
 
 std::optional<FieldSnapshot> AXFieldSource::snapshot() {

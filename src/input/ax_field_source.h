@@ -77,6 +77,8 @@ class AXFieldSource final : public FieldSource {
   void insertNow(const std::string& text, InsertionMethod method, const std::optional<Origin>& origin);
   void emitSoon(Change change);
   void emitNow();
+  void tell();
+  bool mayComeBack();
 
   Desktop desktop_;
   TextInjector& injector_;
@@ -103,6 +105,8 @@ class AXFieldSource final : public FieldSource {
   // The strongest change not told of yet.
   std::optional<Change> pending_;
   Task emission_;
+  // Runs while the application may find its focus again.
+  std::optional<Task> focusReturn_;
 };
 
 }  // namespace nimbletype

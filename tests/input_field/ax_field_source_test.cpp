@@ -148,6 +148,32 @@ TEST_F(AXFieldSourceTest, NoticesAFocusThatMovedWithoutAWord) {
   EXPECT_THAT(takeChanges(), ElementsAre(Change::value));
 }
 
+// As when a menu bar flashes, or a key is grabbed.
+TEST_F(AXFieldSourceTest, AFocusLostAndFoundIsNoLoss) {
+  const auto field = open(add("AXTextArea", u"text"));
+  read();
+  const auto loseFocus = [&] {
+    ax_.focus(editor.processID, nullptr);
+    loop_.advance(Milliseconds(10));
+  };
+  changes_.clear();
+  loseFocus();
+  EXPECT_TRUE(changes_.empty());
+  ax_.focus(editor.processID, field);
+  settle();
+  EXPECT_EQ(changes_, std::vector{Change::focus});
+  read();
+
+  changes_.clear();
+  loseFocus();
+  loop_.advance(Milliseconds(40));
+  EXPECT_EQ(changes_, std::vector{Change::focus});
+  EXPECT_FALSE(source_.snapshot());
+  workspace_.bringToFront(other);
+  settle();
+  EXPECT_EQ(changes_.back(), Change::app);
+}
+
 TEST_F(AXFieldSourceTest, ReadsWindowAndPageOncePerFocus) {
   const auto field = open(add("AXTextArea", u"one"));
   EXPECT_EQ(read().windowTitle, "Letter");

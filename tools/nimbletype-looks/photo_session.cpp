@@ -1,5 +1,7 @@
 #include "tools/nimbletype-looks/photo_session.h"
 
+#include <sstream>
+
 #include "tools/nimbletype-demo/scene.h"
 
 namespace nimbletype {
@@ -10,6 +12,10 @@ using namespace std::chrono_literals;
 constexpr int margin = 24;        // pixels around the window: a suggestion may stand out of it
 constexpr auto settling = 300ms;  // for carets to blink and buttons to fade
 
+bool opensOthers(const PhotoScene& scene) {
+  return !std::string_view(scene.others).empty();
+}
+
 std::string settingsOf(const PhotoScene& scene, const ScriptedModel& model) {
   const std::string own = scene.settings;
   // The checker's say only where a scene is about it.
@@ -17,7 +23,8 @@ std::string settingsOf(const PhotoScene& scene, const ScriptedModel& model) {
   const bool fixes = own.find("suggestFixes") != std::string::npos;
   const bool hint = own.find("showKeyHint") != std::string::npos;
   return "{" + model.settings() + "," + others + (fixes ? "" : R"(,"suggestFixes":false)") +
-         (hint ? "" : R"(,"showKeyHint":false)") + (own.empty() ? "" : "," + own) + "}";
+         (hint ? "" : R"(,"showKeyHint":false)") + (opensOthers(scene) ? R"(,"onDemandOnly":true)" : "") +
+         (own.empty() ? "" : "," + own) + "}";
 }
 
 void write(Scene& stage, const PhotoScene& scene) {
@@ -26,6 +33,17 @@ void write(Scene& stage, const PhotoScene& scene) {
     stage.user().press(key::returnKey);
   }
   stage.user().type(scene.text);
+}
+
+void openOthers(Scene& stage, const PhotoScene& scene, ScriptedModel& model) {
+  waitFor("the text in " + std::string(scene.editor), [&] { return stage.editor().text() == scene.text; });
+  std::istringstream lines(scene.others);
+  for (std::string line; std::getline(lines, line);) model.willSayOnce(line);
+  stage.user().press(key::downArrow, {ModifierSet::option});
+  waitFor("all of the other suggestions", [&] {
+    stage.trace().readOn();
+    return stage.trace().lastStatus() == "Showing a suggestion";
+  });
 }
 
 void awaitSuggestion(Scene& stage, const PhotoScene& scene) {
@@ -48,10 +66,12 @@ QImage PhotoSession::take(const PhotoScene& scene) {
   stage.editor().resize(QSize(scene.width, scene.height) * scene.look.scale);
   stage.startApplication();
   write(stage, scene);
+  if (opensOthers(scene)) openOthers(stage, scene, model);
   awaitSuggestion(stage, scene);
   rest(settling);
   const QRect window(stage.editor().corner(), stage.editor().picture().size());
-  const QRect around = window.adjusted(-margin, -margin, margin, margin);
+  const QRect shown = stage.ghost().onScreen().value_or(window);
+  const QRect around = (window | shown).adjusted(-margin, -margin, margin, margin);
   return stage.windows().screen(around & stage.windows().wholeScreen());
 }
 

@@ -12,6 +12,9 @@ constexpr const char* shortRest = " hear from you again";
 constexpr const char* longRest =
     " hear that the work on the old river bank has begun and that the boats may pass";
 constexpr const char* misspelled = "We will see you tomorrow at teh ";
+constexpr const char* otherRests =
+    " hear from you again\n hear that all is well with the boats, and that the river bank is dry\n tell "
+    "you more\n be of help\n hear from you again.";
 constexpr EditorLook dark{.dark = true}, doubled{.scale = 2}, darkDoubled{.dark = true, .scale = 2};
 constexpr const char* tinted = R"("ghostStyle":"tinted")";
 constexpr const char* hinted = R"("showKeyHint":true)";
@@ -86,6 +89,23 @@ constexpr std::array scenes{
                .height = 500,
                .text = letter,
                .suggestion = shortRest},
+    PhotoScene{.name = "gtk-alternatives",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = "",
+               .others = otherRests},
+    PhotoScene{.name = "gtk-alternatives-dark",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = "",
+               .look = dark,
+               .others = otherRests},
+    PhotoScene{.name = "page-alternatives",
+               .editor = "chromium",
+               .height = 260,
+               .text = letter,
+               .suggestion = "",
+               .others = otherRests},
     PhotoScene{
         .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
 };

@@ -11,9 +11,11 @@ struct PhotoScene {
   const char* editor;             // an EditorProgram's
   int width = 560, height = 150;  // of the window, in its own pixels
   const char* text;
-  const char* suggestion;     // none: that of the spelling checker
+  const char* suggestion;     // empty: whatever the application itself offers
   const char* settings = "";  // JSON members, on top of those of all scenes
   EditorLook look = {};
+  // Opened with the key for other suggestions, one a line; in place of a suggestion.
+  const char* others = "";
   int linesBefore = 0;  // typed before the text, to fill the field
   int x = 60, y = 60;   // of the window on the screen, in pixels
 };

@@ -5,10 +5,22 @@
 
 namespace nimbletype {
 
+namespace {
+
 // One answer serves both questions: which models there are, and what comes next.
-void ScriptedModel::willSay(const std::string& continuation) {
+LoopbackServer::Answer saying(const std::string& continuation) {
   const nlohmann::json reply{{"data", {{{"id", "scripted"}}}}, {"choices", {{{"text", continuation}}}}};
-  server_.willAlwaysAnswer({httpAnswer(200, reply.dump())});
+  return {httpAnswer(200, reply.dump())};
+}
+
+}  // namespace
+
+void ScriptedModel::willSay(const std::string& continuation) {
+  server_.willAlwaysAnswer(saying(continuation));
+}
+
+void ScriptedModel::willSayOnce(const std::string& continuation) {
+  server_.willAnswer(saying(continuation));
 }
 
 std::string ScriptedModel::settings() const {

@@ -5,11 +5,13 @@
 
 namespace nimbletype {
 
-// A model of the OpenAI kind that always goes on with the same text, whatever it is asked.
+// A model of the OpenAI kind that goes on as it is told, whatever it is asked.
 class ScriptedModel {
  public:
   ScriptedModel() { willSay(""); }
   void willSay(const std::string& continuation);
+  // Before that, to one request.
+  void willSayOnce(const std::string& continuation);
   // The settings with which the application uses it, as JSON without the outer braces.
   std::string settings() const;
   // Whether any request so far contained this.
