@@ -1,8 +1,10 @@
 #include <benchmark/benchmark.h>
 
 #include "core/completion/completion_engine.h"
+#include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/recording_surface.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -63,6 +65,9 @@ struct Desk {
   FullContext context;
   ScriptedPower powerSource;
   ScriptedScreens screens;
+  FixedFontMetrics metrics;
+  RecordingSurface surface;
+  AlternativesPanel alternatives{{surface, screens, metrics, loop}};
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
   Catcher* catcher = nullptr;
@@ -72,8 +77,8 @@ struct Desk {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
-  CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
+                           secureInput, power, stats, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

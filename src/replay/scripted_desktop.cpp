@@ -44,8 +44,8 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       power(powerSource, loop),
       ghost(output),
       alternatives({alternativesSurface, screens, fontMetrics, loop}),
-      engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, secureInput, power, stats,
-              log}),
+      engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, fontMetrics, secureInput,
+              power, stats, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {

@@ -89,8 +89,8 @@ struct EngineWorld {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
-  CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, secureInput, power, stats, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
+                           secureInput, power, stats, log}};
 };
 
 }  // namespace nimbletype

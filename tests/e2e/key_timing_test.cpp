@@ -22,7 +22,8 @@ TEST(KeyTiming, SortsStepsToTheKeyThatCausedThem) {
                                       {at(205), "fieldChanged"}, {at(206), "shown"},
                                       {at(310), "fieldChanged"}, {at(311), "requested"}};
   const std::array pictures{at(118), at(202), at(207), at(400)};
-  const auto timings = splitByKey(presses, trace, pictures);
+  const std::array endings{at(204), at(312), at(313)};
+  const auto timings = splitByKey(presses, trace, pictures, endings);
   ASSERT_EQ(timings.size(), 3u);
   EXPECT_THAT(timings[0].steps,
               ElementsAre(Optional(3.0), Optional(1.0), Optional(6.0), Optional(5.0), Optional(3.0)));
@@ -32,6 +33,8 @@ TEST(KeyTiming, SortsStepsToTheKeyThatCausedThem) {
   EXPECT_THAT(timings[1].total, Optional(7.0));
   EXPECT_EQ(timings[2].total, std::nullopt);
   EXPECT_FALSE(timings[2].typedOver);
+  EXPECT_EQ(timings[1].gone, std::nullopt);
+  EXPECT_THAT(timings[2].gone, Optional(2.0));
 }
 
 TEST(KeyTiming, SpreadIsOfTheValuesMeasured) {

@@ -52,7 +52,10 @@ void GhostWindow::handle(const xcb_generic_event_t& event) {
       break;
     }
     case XCB_UNMAP_NOTIFY:
-      if (reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == window_) stopLooking();
+      if (reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window != window_) break;
+      endings_.push_back(Clock::now());
+      last_ = {};
+      stopLooking();
       break;
   }
 }

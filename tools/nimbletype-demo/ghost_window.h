@@ -22,6 +22,8 @@ class GhostWindow {
   std::optional<QRect> onScreen() const;
   // When it first showed each new picture.
   const std::vector<Clock::time_point>& changes() const { return changes_; }
+  // When it went.
+  const std::vector<Clock::time_point>& endings() const { return endings_; }
 
  private:
   void handle(const xcb_generic_event_t& event);
@@ -33,7 +35,7 @@ class GhostWindow {
   const DesktopWindows& windows_;
   std::uint32_t application_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
-  std::vector<Clock::time_point> changes_;
+  std::vector<Clock::time_point> changes_, endings_;
   QImage last_;
   unsigned looking_ = 0;  // a timer
   Clock::time_point lookUntil_;

@@ -39,7 +39,8 @@ KeyTiming timingOf(Clock::time_point press, const Reached& reached) {
 
 std::vector<KeyTiming> splitByKey(std::span<const Clock::time_point> presses,
                                   std::span<const TraceEntry> trace,
-                                  std::span<const Clock::time_point> pictures) {
+                                  std::span<const Clock::time_point> pictures,
+                                  std::span<const Clock::time_point> endings) {
   std::vector<KeyTiming> timings;
   for (std::size_t i = 0; i < presses.size(); ++i) {
     const auto end = i + 1 < presses.size() ? presses[i + 1] : Clock::time_point::max();
@@ -56,6 +57,10 @@ std::vector<KeyTiming> splitByKey(std::span<const Clock::time_point> presses,
       if (shown && !reached.at[KeyTiming::onScreen] && isOurs(picture) && picture >= from)
         reached.at[KeyTiming::onScreen] = std::max(picture, *shown);
     timings.push_back(timingOf(presses[i], reached));
+    const auto changed = reached.at[KeyTiming::fieldChange];
+    for (const auto ending : endings)
+      if (changed && !timings.back().gone && isOurs(ending) && ending >= *changed)
+        timings.back().gone = millisecondsBetween(*changed, ending);
   }
   return timings;
 }

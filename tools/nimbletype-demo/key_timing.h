@@ -15,12 +15,15 @@ struct KeyTiming {
   std::optional<double> total;  // key press to ghost on screen
   // The ghost was there before and shrank: nothing was asked of the model.
   bool typedOver = false;
+  // Field change to the end of a ghost that the key did not fit.
+  std::optional<double> gone;
 };
 
-// Sorts trace lines and pictures of the ghost to the key presses; all three in order of time.
+// Sorts trace lines, and pictures and endings of the ghost to the key presses; all in order of time.
 std::vector<KeyTiming> splitByKey(std::span<const Clock::time_point> presses,
                                   std::span<const TraceEntry> trace,
-                                  std::span<const Clock::time_point> pictures);
+                                  std::span<const Clock::time_point> pictures,
+                                  std::span<const Clock::time_point> endings = {});
 
 struct Spread {
   std::size_t count = 0;

@@ -62,7 +62,9 @@ std::string tableOf(std::span<const KeyTiming> timings) {
                      [=](const KeyTiming& t) { return t.typedOver == typedOver ? t.total : std::nullopt; });
   };
   table +=
-      row("key to new ghost on screen", totalOf(false)) + row("key to shrunk ghost on screen", totalOf(true));
+      row("key to new ghost on screen", totalOf(false)) +
+      row("key to shrunk ghost on screen", totalOf(true)) +
+      row("field change to unfit ghost gone", collected(timings, [](const KeyTiming& t) { return t.gone; }));
   const auto without = std::count_if(timings.begin(), timings.end(),
                                      [](const KeyTiming& t) { return !t.steps[KeyTiming::shown]; });
   return table +

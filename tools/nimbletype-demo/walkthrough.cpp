@@ -169,7 +169,7 @@ bool Walkthrough::ghostLookedLikeText() {
 
 std::vector<KeyTiming> Walkthrough::timingsSince(std::span<const Clock::time_point> presses) {
   scene_.trace().readOn();
-  return splitByKey(presses, scene_.trace().entries(), scene_.ghost().changes());
+  return splitByKey(presses, scene_.trace().entries(), scene_.ghost().changes(), scene_.ghost().endings());
 }
 
 }  // namespace nimbletype

@@ -29,7 +29,7 @@ AppModel::AppModel(Ports ports)
                 ports_.screenReader, ports_.clipboardText},
                prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, alternatives_, ports_.screens,
-               ports_.secureInput, power_, stats_, ports_.log}),
+               ports_.fontMetrics, ports_.secureInput, power_, stats_, ports_.log}),
       keys_(keyTap_, engine_, prefs_),
       permissions_(ports_.permissions, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {

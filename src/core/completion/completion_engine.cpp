@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view logCategory = "engine";
 // An application shows an insertion soon, but not at once.
 // Text grows on screen at most once a frame, and an answer that is whole by then is drawn just once.
-constexpr Milliseconds frame{16};
+constexpr Milliseconds frame{16}, caretCatchesUp{40};
 constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
 
 // Whole milliseconds; the file may have been edited by hand.
@@ -40,7 +40,8 @@ CompletionEngine::CompletionEngine(const Services& services)
       alternatives_(services.loop, services.alternatives),
       context_(services.context, services.loop),
       generation_(services.loop),
-      warmUp_(services.loop, services.hub, services.prefs) {
+      warmUp_(services.loop, services.hub, services.prefs),
+      advance_(services.metrics) {
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
   const std::initializer_list<AnySetting*> settings = {
       &s_.prefs.isEnabled,          &s_.prefs.enabledByDefault,
@@ -352,9 +353,20 @@ bool CompletionEngine::presentRemaining() {
   }
   content->hint = hintForSuggestion_;
   s_.log.log(logCategory, presentLogLine(*content, snapshot_->before));
-  s_.ghost.present(*content);
+  s_.ghost.present(advance_.follow(std::move(*content)));
+  if (advance_.lagSuspect()) checkLag();
   reached(Stage::shown);
   return true;
+}
+
+// The application moves its caret a little after it has told of the text, or has had a reason not to.
+void CompletionEngine::checkLag() {
+  lagCheck_ = s_.loop.after(caretCatchesUp, [this] {
+    const auto snapshot = source_ ? source_->snapshot() : std::nullopt;
+    if (!snapshot || !isShowing() || pendingFix_) return;
+    if (snapshot_ != *snapshot) return fieldChanged(*snapshot);
+    s_.ghost.present(advance_.believed());
+  });
 }
 
 void CompletionEngine::forgetShown() {
@@ -363,6 +375,8 @@ void CompletionEngine::forgetShown() {
   pendingFix_.reset();
   alternatives_.close();
   if (!wasShowing) return;
+  advance_.forget();
+  lagCheck_.cancel();
   s_.ghost.hide();
   if (shownChanged_) shownChanged_();
 }

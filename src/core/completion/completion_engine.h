@@ -9,6 +9,7 @@
 #include "core/completion/field_session.h"
 #include "core/completion/gates.h"
 #include "core/completion/generation.h"
+#include "core/completion/ghost_advance.h"
 #include "core/completion/key_commands.h"
 #include "core/completion/own_change.h"
 #include "core/completion/status.h"
@@ -24,6 +25,7 @@
 #include "overlay/ghost_content.h"
 #include "personal/stats_store.h"
 #include "platform/event_tap.h"
+#include "platform/font_metrics.h"
 #include "platform/screens.h"
 #include "platform/system_log.h"
 
@@ -43,6 +45,7 @@ class CompletionEngine {
     GhostPresenter& ghost;
     AlternativesPanel& alternatives;
     const Screens& screens;
+    const FontMetrics& metrics;
     const SecureInput& secureInput;
     const PowerMonitor& power;
     StatsStore& stats;
@@ -162,6 +165,7 @@ class CompletionEngine {
   void showSuggestion(Suggestion suggestion);
   void showLonger();
   bool presentRemaining();
+  void checkLag();
   void insert(const std::string& text);
   void recordArrival();
   void recordAccept(const std::string& text);
@@ -194,8 +198,9 @@ class CompletionEngine {
   std::optional<Asked> asked_;
   Generation generation_;
   WarmUp warmUp_;
+  GhostAdvance advance_;
   bool streaming_ = false;
-  Task pending_, readAgain_, growth_;
+  Task pending_, readAgain_, growth_, lagCheck_;
   std::string lastSuggestion_;
   LastGeneration last_;
   std::vector<Task> observations_;
