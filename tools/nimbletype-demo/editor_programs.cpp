@@ -103,7 +103,8 @@ std::optional<EditorProgram> editorProgram(const std::string& name) {
                        .role = found->role,
                        .hasPages = found->page != nullptr,
                        .holdsOneLine = std::string_view(found->role) == "AXTextField",
-                       .tellsOneParagraph = name == "writer"};
+                       .tellsOneParagraph = name == "writer",
+                       .runsLeftToRight = name == "writer"};
 }
 
 std::vector<std::string> editorNames() {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/right_to_left.h"
-
 namespace nimbletype {
 namespace {
 
@@ -101,8 +99,8 @@ std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::p
   const auto caret = scene_.editor().caret();
   const auto ghost = scene_.ghost().onScreen();
   if (!caret || !ghost) throw GaveUp(caret ? "the ghost went" : "the field tells no caret");
-  const bool rightToLeft = text::endsRightToLeft(text.text);
-  const double right = (rightToLeft ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
+  const double right =
+      (scene_.editor().continuesToTheLeft() ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
   const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
   scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
 

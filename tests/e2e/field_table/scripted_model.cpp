@@ -5,14 +5,15 @@
 
 namespace nimbletype {
 
-// One answer serves both questions: which models there are, and what comes next.
+// One answer serves all questions: which server it is, which models there are, and what comes next.
 void ScriptedModel::willSay(const std::string& continuation) {
-  const nlohmann::json reply{{"data", {{{"id", "scripted"}}}}, {"choices", {{{"text", continuation}}}}};
+  const nlohmann::json reply{
+      {"version", "1.0"}, {"models", {{{"name", "scripted"}}}}, {"response", continuation}, {"done", true}};
   server_.willAlwaysAnswer({httpAnswer(200, reply.dump())});
 }
 
 std::string ScriptedModel::settings() const {
-  return R"("engine":"openAI","serverModel":"scripted","serverURL":")" + server_.url("/v1") + '"';
+  return R"("engine":"ollama","ollamaModel":"scripted","ollamaURL":")" + server_.url("") + '"';
 }
 
 bool ScriptedModel::wasTold(const std::string& text) const {

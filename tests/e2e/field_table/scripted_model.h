@@ -5,7 +5,7 @@
 
 namespace nimbletype {
 
-// A model of the OpenAI kind that always goes on with the same text, whatever it is asked.
+// A model on an Ollama server that always goes on with the same text, whatever it is asked.
 class ScriptedModel {
  public:
   ScriptedModel() { willSay(""); }
