@@ -111,13 +111,17 @@ std::optional<TopLeftRect> Editor::caret() {
 
 // Lines are as high as the first one, and text is darker than a ghost.
 std::optional<TopLeftRect> Editor::caretInPicture() {
+  constexpr double scrollBar = 20;
   const auto first = boxOf({0, 1});
-  if (!first) return std::nullopt;
+  const auto value = read(field_, {"AXFrame", {}});
+  const auto* field = std::get_if<TopLeftRect>(&value);
+  if (!first || !field) return std::nullopt;
   const double y = first->y + first->height * static_cast<double>(std::ranges::count(text(), '\n'));
   const QImage seen = picture();
   const QPoint from = QPointF(first->x, y).toPoint() - corner();
   const int height = static_cast<int>(first->height);
-  const QRect ink = inkWithin(seen, QRect(from.x(), from.y(), seen.width() - from.x(), height));
+  const int width = static_cast<int>(field->right() - scrollBar - first->x);
+  const QRect ink = inkWithin(seen, QRect(from.x(), from.y(), width, height));
   if (ink.isEmpty()) return std::nullopt;
   return TopLeftRect{static_cast<double>(ink.right() + 1 + corner().x()), y, 0, first->height};
 }
