@@ -11,6 +11,7 @@ using namespace std::chrono_literals;
 constexpr auto patience = 6s;
 // For so long a change of the text counts as the application's own insertion.
 constexpr auto insertionSettles = 450ms;
+constexpr auto reaction = 100ms;  // of a quick person
 constexpr double tolerance = 2;  // pixels
 constexpr std::uint16_t letterA = 0, letterV = 9;
 constexpr const char* secretWords = "open sesame";
@@ -86,13 +87,20 @@ TrialResult FieldTrial::run(const TrialText& text, const std::filesystem::path& 
     empty();
     return {true, "ok " + place};
   } catch (const GaveUp& failure) {
-    const std::string status = scene_.trace().lastStatus();
+    const std::string words = failure.what() + circumstances();
     try {
       empty();
     } catch (const GaveUp&) {
     }
-    return {false, failure.what() + ("; status: " + status)};
+    return {false, words};
   }
+}
+
+// What the application was at: its status and the last line of its log.
+std::string FieldTrial::circumstances() {
+  std::string log = scene_.applicationLog();
+  while (log.ends_with('\n')) log.pop_back();
+  return "; status: " + scene_.trace().lastStatus() + "; log: " + log.substr(log.rfind('\n') + 1);
 }
 
 std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::path& picture) {
@@ -104,6 +112,7 @@ std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::p
   const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
   scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
 
+  rest(reaction);
   scene_.user().press(key::tab);
   const std::string document = std::string(text.text) + text.word;
   awaitDocument(expected(document));
@@ -126,7 +135,7 @@ TrialResult FieldTrial::runSecret() {
       return scene_.trace().lastStatus().find("Secure input") != std::string::npos;
     });
   } catch (const GaveUp& failure) {
-    return {false, failure.what() + ("; status: " + scene_.trace().lastStatus())};
+    return {false, failure.what() + circumstances()};
   }
   if (scene_.ghost().onScreen()) return {false, "there is a ghost"};
   if (model_.wasTold(secretWords)) return {false, "the model was told the password"};

@@ -36,6 +36,7 @@ class FieldTrial {
   void awaitOffer(const std::string& text);
   // What the field tells after this text.
   std::string expected(const std::string& text) const;
+  std::string circumstances();
   void empty();
   std::string takeWord(const TrialText& text, const std::filesystem::path& picture);
 
