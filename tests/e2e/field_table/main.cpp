@@ -1,5 +1,6 @@
 // Puts texts into fields of real applications, takes a word of the suggestion by each method, and prints what
-// came of it as a table. Ends with 1 when something went wrong.
+// came of it as a table: where the ghost stood, seen from the caret, and by which means the word came, for
+// not every application takes every one. Ends with 1 when something went wrong.
 //   tests/support/with_desktop.sh field_table APPLICATION OUT_FOLDER FIELD...
 #include <array>
 #include <cstdio>
@@ -28,6 +29,8 @@ class Table {
     std::filesystem::create_directories(out_);
   }
 
+  static void printHead() { print("field", "method", "text", "", "ghost", "came by", ""); }
+
   bool run(const std::string& field) {
     try {
       ScriptedModel model;
@@ -35,7 +38,7 @@ class Table {
       if (editorProgram(field)->role == "AXSecureTextField") return runSecret(scene, model, field);
       for (const char* method : methods) runMethod(scene, model, field, method);
     } catch (const GaveUp& failure) {
-      note(field, "", "", {false, failure.what()});
+      note(field, "", "", {.words = failure.what()});
     }
     return passed_;
   }
@@ -60,10 +63,16 @@ class Table {
 
   void note(const std::string& field, const std::string& text, const std::string& method,
             const TrialResult& result) {
-    std::printf("%-18s %-14s %-21s %s%s\n", field.c_str(), method.c_str(), text.c_str(),
-                result.passed ? "" : "FAILED: ", result.words.c_str());
+    print(field, method, text, result.passed ? "ok" : "FAILED", result.place, result.means, result.words);
     std::fflush(stdout);
     passed_ = passed_ && result.passed;
+  }
+
+  static void print(const std::string& field, const std::string& method, const std::string& text,
+                    const std::string& outcome, const std::string& place, const std::string& means,
+                    const std::string& words) {
+    std::printf("%-19s %-14s %-21s %-7s %-7s %-14s %s\n", field.c_str(), method.c_str(), text.c_str(),
+                outcome.c_str(), place.c_str(), means.c_str(), words.c_str());
   }
 
   std::string application_;
@@ -77,6 +86,7 @@ int main(int argc, char** argv) {
   if (argc < 4) return std::fputs("usage: field_table APPLICATION OUT_FOLDER FIELD...\n", stderr), 2;
   giveUpOnSignals();
   Table table(argv[1], argv[2]);
+  Table::printHead();
   bool passed = true;
   for (int i = 3; i < argc; ++i) passed = table.run(argv[i]) && passed;
   return passed ? 0 : 1;
