@@ -1,9 +1,11 @@
 // Puts texts into fields of real applications, takes a word of the suggestion by each method, and prints what
 // came of it as a table: where the ghost stood, seen from the caret, and by which means the word came, for
-// not every application takes every one. Ends with 1 when something went wrong.
+// not every application takes every one. The table and pictures are kept in OUT_FOLDER. Ends with 1 when
+// something went wrong.
 //   tests/support/with_desktop.sh field_table APPLICATION OUT_FOLDER FIELD...
 #include <array>
 #include <cstdio>
+#include <memory>
 
 #include "tests/e2e/field_table/field_trial.h"
 
@@ -27,9 +29,9 @@ class Table {
   Table(std::string application, std::filesystem::path out)
       : application_(std::move(application)), out_(std::move(out)) {
     std::filesystem::create_directories(out_);
+    file_.reset(std::fopen((out_ / "table.txt").c_str(), "w"));
+    print("field", "method", "text", "", "ghost", "came by", "");
   }
-
-  static void printHead() { print("field", "method", "text", "", "ghost", "came by", ""); }
 
   bool run(const std::string& field) {
     try {
@@ -64,19 +66,23 @@ class Table {
   void note(const std::string& field, const std::string& text, const std::string& method,
             const TrialResult& result) {
     print(field, method, text, result.passed ? "ok" : "FAILED", result.place, result.means, result.words);
-    std::fflush(stdout);
     passed_ = passed_ && result.passed;
   }
 
-  static void print(const std::string& field, const std::string& method, const std::string& text,
-                    const std::string& outcome, const std::string& place, const std::string& means,
-                    const std::string& words) {
-    std::printf("%-19s %-14s %-21s %-7s %-7s %-14s %s\n", field.c_str(), method.c_str(), text.c_str(),
-                outcome.c_str(), place.c_str(), means.c_str(), words.c_str());
+  void print(const std::string& field, const std::string& method, const std::string& text,
+             const std::string& outcome, const std::string& place, const std::string& means,
+             const std::string& words) const {
+    for (std::FILE* file : {stdout, file_.get()}) {
+      if (!file) continue;
+      std::fprintf(file, "%-19s %-14s %-21s %-7s %-7s %-14s %s\n", field.c_str(), method.c_str(),
+                   text.c_str(), outcome.c_str(), place.c_str(), means.c_str(), words.c_str());
+      std::fflush(file);
+    }
   }
 
   std::string application_;
   std::filesystem::path out_;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_{nullptr, std::fclose};
   bool passed_ = true;
 };
 
@@ -86,7 +92,6 @@ int main(int argc, char** argv) {
   if (argc < 4) return std::fputs("usage: field_table APPLICATION OUT_FOLDER FIELD...\n", stderr), 2;
   giveUpOnSignals();
   Table table(argv[1], argv[2]);
-  Table::printHead();
   bool passed = true;
   for (int i = 3; i < argc; ++i) passed = table.run(argv[i]) && passed;
   return passed ? 0 : 1;
