@@ -146,7 +146,8 @@ bool run(const std::string& field) {
 int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   std::vector<std::string> fields(argv + 1, argv + argc);
-  if (fields.empty()) fields = {"mousepad", "featherpad", "chromium", "chromium-editable", "writer"};
+  if (fields.empty())
+    fields = {"mousepad", "featherpad", "chromium", "chromium-editable", "chromium-article", "writer"};
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   std::printf("%-18s %6s %6s %6s\n", "snapshot", "median", "90 %", "most");
   bool done = true;

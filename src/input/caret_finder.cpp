@@ -48,7 +48,6 @@ std::optional<CaretPlace> CaretFinder::throughCharacters(const Field& field) {
   return std::nullopt;
 }
 
-// A box for no characters is of no use there: applications tell either edge of what stands beside it.
 std::optional<CaretPlace> CaretFinder::amongDirections(const Field& field) {
   if (!field.state.selection) return std::nullopt;
   const LineAroundCaret line = lineAroundCaret(field.text.before, field.text.after);

@@ -19,7 +19,7 @@ std::string_view lastLine(std::string_view s) {
 }
 
 bool isUsable(const Box& box) {
-  return box && isFinite(*box) && box->height > 0 && box->width >= 0;
+  return box && isFinite(*box) && box->height > 0 && box->width >= 0 && (box->x > 0 || box->y > 0);
 }
 
 // Neither has been wrapped away from the other.
@@ -48,6 +48,8 @@ std::optional<CaretPlace> caretInLine(const LineAroundCaret& line, const CaretBo
                                       const LineEndBoxes& end) {
   if (!isUsable(boxes.previousCharacter)) return std::nullopt;
   const TopLeftRect& previous = *boxes.previousCharacter;
+  if (line.atEnd && isUsable(boxes.emptyRange) && shareRow(*boxes.emptyRange, previous))
+    return caretAt(boxes.emptyRange->x, *boxes.emptyRange);
   if (line.needsTail() && isUsable(end.lastOwn) && isUsable(end.tail) && shareRow(*end.tail, *end.lastOwn)) {
     const bool leftOfOwn = end.tail->x < end.lastOwn->x;
     if (line.rightToLeft != leftOfOwn) return caretAt(leftOfOwn ? previous.x : previous.right(), previous);

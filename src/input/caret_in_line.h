@@ -26,8 +26,9 @@ struct LineEndBoxes {
   std::optional<TopLeftRect> lastOwn, tail;
 };
 
-// Where the caret stands in a line that is not plain: at its end, where the next word of its own direction
-// will begin; elsewhere beside the character before it. None when that one has no box.
+// Where the caret stands in a line that is not plain: at its end where the application says, or else where
+// the next word of the line's own direction will begin; elsewhere beside the character before it, for what is
+// told of a place amid text is an edge of the character after it. None when the one before has no box.
 std::optional<CaretPlace> caretInLine(const LineAroundCaret& line, const CaretBoxes& boxes,
                                       const LineEndBoxes& end);
 

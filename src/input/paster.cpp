@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "text/text.h"
+
 namespace nimbletype {
 namespace {
 
@@ -68,7 +70,10 @@ bool Paster::press(const Order& order) {
     s_.poster.press(key::v, {order.target.inTerminal ? withShift : command});
   }
   s_.poster.end();
-  if (lent) return true;
+  if (lent) {
+    s_.log.log("input", "paste: " + std::to_string(text::utf16Length(order.text)) + " units");
+    return true;
+  }
   s_.log.log("input", "paste: the pasteboard cannot be had");
   if (s_.pasteboard.isOurs()) s_.pasteboard.restore(*original_);
   return false;

@@ -105,7 +105,9 @@ bool TextInjector::isBehindKeys() const {
 
 bool TextInjector::writeTo(const ObjectRef& element, std::string_view text) {
   if (!element || isBehindKeys()) return false;
-  return s_.accessibility.write(element, "AXSelectedText", std::string(text));
+  if (!s_.accessibility.write(element, "AXSelectedText", std::string(text))) return false;
+  s_.log.log("input", "write: " + std::to_string(text::utf16Length(text)) + " units");
+  return true;
 }
 
 }  // namespace nimbletype

@@ -31,6 +31,11 @@ bool standsAtLeftEdge(const GhostContent& content, double lineWidth) {
   return fitsLeft && !fitsRight;
 }
 
+// At the end of a line from right to left the caret stands left of the line's first letter.
+bool standsRightOfFirstLetter(const GhostContent& content) {
+  return content.lineStartX && content.caretRect.x > *content.lineStartX + 1;
+}
+
 bool isOnRightHalf(const GhostContent& content) {
   return content.fieldFrame && content.caretRect.x > content.fieldFrame->x + content.fieldFrame->width / 2;
 }
@@ -61,6 +66,7 @@ text::Direction lineDirection(const GhostContent& content, const FontSpec& font,
     return startsRight && isOnRightHalf(content) ? Direction::rightToLeft : Direction::leftToRight;
   }
   if (text::firstStrongDirection(content.lineText) != Direction::rightToLeft) return Direction::leftToRight;
+  if (standsRightOfFirstLetter(content)) return Direction::leftToRight;
   return standsAtLeftEdge(content, metrics.width(font, content.lineText)) ? Direction::leftToRight
                                                                           : Direction::rightToLeft;
 }

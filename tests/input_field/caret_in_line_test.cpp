@@ -18,6 +18,7 @@ struct Case {
   std::string before, after;
   Box previous, lastOwn, tail;
   std::optional<double> caretX;  // none: not for these rules, or no box
+  Box told = {};
 };
 
 // Characters are 10 wide, and the letters of a word from right to left begin at its right.
@@ -26,6 +27,11 @@ const std::vector<Case> cases{
     {"שלום", "", boxAt(160, 10), {}, {}, 160},
     {"Hello\nשלום", " \nmore", boxAt(160, 10), {}, {}, 160},
     {"שלום", "", {}, {}, {}, {}},
+    // The application's own word counts, unless it makes no sense.
+    {"שלום", "", boxAt(10, 10), {}, {}, 50, boxAt(50, 0)},
+    {"שלום", "", boxAt(160, 10), {}, {}, 160, TopLeftRect{}},
+    {"שלום", "", boxAt(160, 10), {}, {}, 160, boxAt(200, 0, 66)},
+    {"שלום", "עולם", boxAt(160, 10), {}, {}, 160, boxAt(150, 0)},
     // A blank or a foreign word stands left of it, and the next word left of that.
     {"שלום ", "", boxAt(150, 10), boxAt(160, 10), boxAt(150, 10), 150},
     {"שלום iPad", "", boxAt(140, 10), boxAt(160, 10), boxAt(110, 50), 110},
@@ -46,7 +52,7 @@ TEST(CaretInLine, StandsWhereTheNextWordBegins) {
     SCOPED_TRACE(c.before + "|" + c.after);
     const LineAroundCaret line = lineAroundCaret(c.before, c.after);
     const auto place =
-        line.isPlain() ? std::nullopt : caretInLine(line, {{}, c.previous, {}}, {c.lastOwn, c.tail});
+        line.isPlain() ? std::nullopt : caretInLine(line, {c.told, c.previous, {}}, {c.lastOwn, c.tail});
     EXPECT_EQ(place ? std::optional(place->rect.x) : std::nullopt, c.caretX);
   }
 }

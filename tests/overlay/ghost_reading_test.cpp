@@ -45,6 +45,8 @@ TEST(GhostReading, LinesRunAsTheirFirstLetterUnlessTheCaretSaysOtherwise) {
   };
   for (const Case& c : cases)
     EXPECT_EQ(lineDirection(contentAt(c.caretX, c.line), font, metrics), c.expected) << c.what;
+  // Its field reaches further left than its lines do.
+  EXPECT_EQ(lineDirection(contentAt(250, "שלום לכולם", 245), font, metrics), left);
 }
 
 // Applications tell either side of words that run against the line as the caret's place.

@@ -1,6 +1,9 @@
 #include "tools/nimbletype-demo/editor.h"
 
+#include <algorithm>
+
 #include "text/right_to_left.h"
+#include "tools/nimbletype-demo/ink.h"
 #include "tools/nimbletype-demo/waiting.h"
 
 namespace nimbletype {
@@ -86,20 +89,41 @@ std::string Editor::text() {
   return text ? withPlainBlanks(*text) : std::string();
 }
 
+std::optional<TopLeftRect> Editor::boxOf(TextRange range) {
+  const auto value = read(field_, {"AXBoundsForRange", range});
+  const auto* box = std::get_if<TopLeftRect>(&value);
+  return box && box->height > 0 ? std::optional(*box) : std::nullopt;
+}
+
+bool Editor::continuesToTheLeft() {
+  return !program_.runsLeftToRight && text::endsRightToLeft(text());
+}
+
 std::optional<TopLeftRect> Editor::caret() {
   const auto selection = read(field_, {"AXSelectedTextRange", {}});
   const auto* at = std::get_if<TextRange>(&selection);
   if (!at) return std::nullopt;
-  const auto boxOf = [&](TextRange range) -> std::optional<TopLeftRect> {
-    const auto value = read(field_, {"AXBoundsForRange", range});
-    const auto* box = std::get_if<TopLeftRect>(&value);
-    return box && box->height > 0 ? std::optional(*box) : std::nullopt;
-  };
+  if (const auto here = boxOf({at->location, 0})) return here;
   const auto before = boxOf({at->location - 1, 1});
-  // GTK tells of the other end of such a line.
-  if (before && text::endsRightToLeft(text())) return TopLeftRect{before->x, before->y, 0, before->height};
-  if (auto here = boxOf({at->location, 0})) return here;
-  return before ? std::optional(TopLeftRect{before->right(), before->y, 0, before->height}) : std::nullopt;
+  if (!before) return caretInPicture();
+  return TopLeftRect{continuesToTheLeft() ? before->x : before->right(), before->y, 0, before->height};
+}
+
+// Lines are as high as the first one, and text is darker than a ghost.
+std::optional<TopLeftRect> Editor::caretInPicture() {
+  constexpr double scrollBar = 20;
+  const auto first = boxOf({0, 1});
+  const auto value = read(field_, {"AXFrame", {}});
+  const auto* field = std::get_if<TopLeftRect>(&value);
+  if (!first || !field) return std::nullopt;
+  const double y = first->y + first->height * static_cast<double>(std::ranges::count(text(), '\n'));
+  const QImage seen = picture();
+  const QPoint from = QPointF(first->x, y).toPoint() - corner();
+  const int height = static_cast<int>(first->height);
+  const int width = static_cast<int>(field->right() - scrollBar - first->x);
+  const QRect ink = inkWithin(seen, QRect(from.x(), from.y(), width, height));
+  if (ink.isEmpty()) return std::nullopt;
+  return TopLeftRect{static_cast<double>(ink.right() + 1 + corner().x()), y, 0, first->height};
 }
 
 QImage Editor::picture() const {

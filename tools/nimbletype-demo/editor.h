@@ -20,8 +20,10 @@ class Editor {
          const EditorLook& look = {});
 
   std::string text();  // with plain blanks
-  // Where the application says that text would be typed; none where it does not say.
+  // Where text would be typed at the end, as the application says, or as its picture shows where it does not.
   std::optional<TopLeftRect> caret();
+  // Whether what is typed there would stand left of it.
+  bool continuesToTheLeft();
   // The window with its frame, as a picture.
   QImage picture() const;
   QPoint corner() const;  // of that picture on the screen
@@ -36,6 +38,8 @@ class Editor {
   ObjectRef focusedField();
   AttributeValue read(const ObjectRef& element, AttributeRead read);
   void awaitWindow();
+  std::optional<TopLeftRect> boxOf(TextRange range);
+  std::optional<TopLeftRect> caretInPicture();
 
   const DesktopWindows& windows_;
   EditorProgram program_;

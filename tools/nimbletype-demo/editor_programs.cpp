@@ -21,6 +21,11 @@ constexpr std::array known{
     Known{"chromium-editable", "chromium", "AXTextArea",
           "<div class=field contenteditable dir=auto spellcheck=false></div>"
           "<script>document.querySelector('div').focus()</script>"},
+    // Under an article of many elements.
+    Known{"chromium-article", "chromium", "AXTextArea",
+          "<textarea autofocus dir=auto spellcheck=false style='height:40vh'></textarea><script>"
+          "for (let i = 1; i <= 300; ++i) document.body.insertAdjacentHTML('beforeend', '<p>Paragraph ' + i +"
+          " ' of an <b>article</b> with <a href=x>links</a> in it.')</script>"},
     Known{"chromium-password", "chromium", "AXSecureTextField", "<input autofocus type=password>"},
     Known{"chromium-frame", "chromium", "AXTextArea",
           "<iframe srcdoc=\"<!doctype html><style>textarea{width:90vw;height:80vh;font:15px DejaVu "
@@ -103,7 +108,8 @@ std::optional<EditorProgram> editorProgram(const std::string& name) {
                        .role = found->role,
                        .hasPages = found->page != nullptr,
                        .holdsOneLine = std::string_view(found->role) == "AXTextField",
-                       .tellsOneParagraph = name == "writer"};
+                       .tellsOneParagraph = name == "writer",
+                       .runsLeftToRight = name == "writer"};
 }
 
 std::vector<std::string> editorNames() {

@@ -16,6 +16,7 @@ struct EditorProgram {
   bool hasPages = false;
   bool holdsOneLine = false;
   bool tellsOneParagraph = false;  // of its text: that of the caret
+  bool runsLeftToRight = false;    // all its lines do, whatever they say
 };
 
 // None for a name this does not know.

@@ -53,7 +53,10 @@ AtspiToolkit toolkitOf(const std::string& toolkit, const std::string& applicatio
   const std::string name = lowercase(toolkit);
   if (name == "gtk" && lowercase(application) == "soffice") return {.insertsBytes = true, .isOffice = true};
   if (name == "gtk" || name == "chromium" || name == "webkitgtk")
-    return {.unit = OffsetUnit::codePoint, .insertsBytes = true, .hasPages = name == "chromium"};
+    return {.unit = OffsetUnit::codePoint,
+            .insertsBytes = true,
+            .isGtk = name == "gtk",
+            .hasPages = name == "chromium"};
   return {.isQt = name.empty() || name.starts_with("qt")};
 }
 

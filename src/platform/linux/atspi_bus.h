@@ -18,7 +18,7 @@ enum class OffsetUnit { codePoint, utf16 };
 struct AtspiToolkit {
   OffsetUnit unit = OffsetUnit::utf16;
   bool insertsBytes = false;  // the length of what is to be inserted, whatever its offsets count
-  bool isQt = false;
+  bool isGtk = false, isQt = false;
   bool hasPages = false;  // a browser
   bool isOffice = false;  // LibreOffice draws inside GTK windows and leaves their menu bar out of account
 };

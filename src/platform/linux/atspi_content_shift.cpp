@@ -1,7 +1,5 @@
 #include "platform/linux/atspi_content_shift.h"
 
-#include <optional>
-
 #include "platform/linux/atspi_search.h"
 
 namespace nimbletype {
@@ -9,6 +7,8 @@ namespace {
 
 constexpr int deepest = 3;  // levels between a window and its content
 constexpr std::int32_t mostChildren = 20;
+// Bars come and go rarely, and two reads of every snapshot ask.
+constexpr std::int64_t lasting = 500'000;  // µs
 
 DBusBatch::Id askBox(DBusBatch& batch, const AtspiRef& element) {
   return batch.call(
@@ -41,15 +41,23 @@ AtspiContentShift::Shift AtspiContentShift::of(const AtspiRef& element, Deadline
   if (!bus_.toolkit(element->bus(), deadline).isOffice) return {};
   const AtspiRef window = focus_.window(element->bus(), deadline);
   if (!window || sameObject(window, element)) return {};
-  if (!sameObject(window_, window) || !content_.pane) content_ = contentOf(window, deadline);
+  const bool isSame = sameObject(window_, window);
+  if (isSame && g_get_monotonic_time() < measureAgain_) return shift_;
+  if (!isSame || !content_.pane) content_ = contentOf(window, deadline);
   window_ = window;
-  if (!content_.pane) return {};
+  shift_ = measure(deadline).value_or(Shift{});
+  measureAgain_ = g_get_monotonic_time() + lasting;
+  return shift_;
+}
+
+std::optional<AtspiContentShift::Shift> AtspiContentShift::measure(Deadline deadline) const {
+  if (!content_.pane) return std::nullopt;
   DBusBatch batch(bus_.connection(), deadline);
   const auto pane = askBox(batch, content_.pane), holder = askBox(batch, content_.holder);
   batch.wait();
   const auto told = cornerOf(batch.reply(pane)), real = cornerOf(batch.reply(holder));
-  if (!told || !real) return {};
-  return {static_cast<double>(real->x - told->x), static_cast<double>(real->y - told->y)};
+  if (!told || !real) return std::nullopt;
+  return Shift{static_cast<double>(real->x - told->x), static_cast<double>(real->y - told->y)};
 }
 
 AtspiContentShift::Content AtspiContentShift::contentOf(const AtspiRef& window, Deadline deadline) const {

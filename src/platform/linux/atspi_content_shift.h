@@ -1,4 +1,7 @@
 #pragma once
+#include <cstdint>
+#include <optional>
+
 #include "platform/linux/atspi_focus.h"
 
 namespace nimbletype {
@@ -21,11 +24,14 @@ class AtspiContentShift {
     AtspiRef pane, holder;
   };
   Content contentOf(const AtspiRef& window, Deadline deadline) const;
+  std::optional<Shift> measure(Deadline deadline) const;
 
   AtspiBus& bus_;
   AtspiFocus& focus_;
   AtspiRef window_;  // the content is that of this one
   Content content_;
+  Shift shift_;
+  std::int64_t measureAgain_ = 0;  // µs of the monotonic clock
 };
 
 }  // namespace nimbletype

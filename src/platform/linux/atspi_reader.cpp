@@ -127,19 +127,30 @@ Decode askBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own
   };
 }
 
-// Qt places each character as if it ran from left to right from where it begins.
-Decode askQtBounds(DBusBatch& batch, const AtspiRef& element, const TextRange& own) {
-  constexpr std::int64_t context = 64;
+// Text enough to know which way the character before `end` runs.
+Decode askTextUpTo(DBusBatch& batch, const AtspiRef& element, std::int64_t end) {
+  constexpr std::int64_t enough = 64;
+  const std::int64_t from = std::max<std::int64_t>(0, end - enough);
+  return askString(batch, element, {from, end - from});
+}
+
+bool endsRightToLeft(const AttributeValue& text) {
+  const auto* string = std::get_if<std::string>(&text);
+  return string && text::endsRightToLeft(*string);
+}
+
+// Of characters that run from right to left Qt tells where they begin as if that were their left edge, and
+// GTK of the place behind the last one as if it were before the first.
+Decode askBoundsBothWays(DBusBatch& batch, const AtspiRef& element, const TextRange& own, bool isQt) {
   const auto box = askBounds(batch, element, own);
-  if (own.length == 0) return box;
-  const std::int64_t from = std::max<std::int64_t>(0, own.location - context);
-  const auto text = askString(batch, element, {from, own.location + 1 - from});
-  return [=](const DBusBatch& b) {
+  const bool isPlace = own.length == 0;
+  if (isPlace == isQt) return box;
+  const auto upTo = askTextUpTo(batch, element, isPlace ? own.location : own.location + 1);
+  return [=](const DBusBatch& b) -> AttributeValue {
     AttributeValue value = box(b);
-    auto* rect = std::get_if<TopLeftRect>(&value);
-    const AttributeValue shown = text(b);
-    const auto* upToCharacter = std::get_if<std::string>(&shown);
-    if (rect && upToCharacter && text::endsRightToLeft(*upToCharacter)) rect->x -= rect->width;
+    if (!endsRightToLeft(upTo(b))) return value;
+    if (isPlace) return {};
+    if (auto* rect = std::get_if<TopLeftRect>(&value)) rect->x -= rect->width;
     return value;
   };
 }
@@ -227,7 +238,7 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
   rich_.reset();
   if (position->isEditable()) rich_ = richReader_.read(element, deadline);
   position_ = position->finish(bus_, deadline, rich_ ? Extent::none : Extent::aroundCaret);
-  isQt_ = bus_.toolkit(element->bus(), deadline).isQt;
+  toolkit_ = bus_.toolkit(element->bus(), deadline);
   if (!position_.hasCaret) return;
   for (std::size_t i = 0; i < reads.size(); ++i) {
     if (reads[i].attribute == "AXSelectedTextRange")
@@ -278,7 +289,8 @@ AtspiReader::Decode AtspiReader::askInText(DBusBatch& batch, const AttributeRead
   const TextRange own = position_.own(*range);
   if (read.attribute == "AXStringForRange") return askString(batch, position_.element, own);
   if (read.attribute == boundsForRange)
-    return (isQt_ ? askQtBounds : askBounds)(batch, position_.element, own);
+    return toolkit_.isQt || toolkit_.isGtk ? askBoundsBothWays(batch, position_.element, own, toolkit_.isQt)
+                                           : askBounds(batch, position_.element, own);
   if (read.attribute == "AXFontForRange") return askFont(batch, position_.element, own, fontDotsPerInch_);
   return nullptr;
 }

@@ -48,7 +48,7 @@ class AtspiReader {
   double fontDotsPerInch_;
   AtspiTextPosition position_;         // of the element read last, until something happens to it
   std::optional<AtspiRichText> rich_;  // what that text is put together from
-  bool isQt_ = false;                  // that element is one of Qt's
+  AtspiToolkit toolkit_;               // of that element's application
   AtspiFlatLines flatLines_;
 };
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/right_to_left.h"
-
 namespace nimbletype {
 namespace {
 
@@ -13,6 +11,7 @@ using namespace std::chrono_literals;
 constexpr auto patience = 6s;
 // For so long a change of the text counts as the application's own insertion.
 constexpr auto insertionSettles = 450ms;
+constexpr auto quiet = 120ms;
 constexpr double tolerance = 2;  // pixels
 constexpr std::uint16_t letterA = 0, letterV = 9;
 constexpr const char* secretWords = "open sesame";
@@ -79,47 +78,74 @@ void FieldTrial::empty() {
 
 TrialResult FieldTrial::run(const TrialText& text, const std::filesystem::path& picture) {
   if (scene_.editor().program().holdsOneLine && std::string_view(text.text).find('\n') != std::string::npos)
-    return {true, "not there: the field holds one line"};
+    return {.passed = true, .words = "not there, the field holds one line"};
+  TrialResult result;
   try {
     model_.willSay(text.continuation);
     enter(text.text);
     awaitOffer(text.continuation);
-    const std::string place = takeWord(text, picture);
+    awaitQuiet();
+    scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
+    compare(result);
+    const std::size_t logged = scene_.applicationLog().size();
+    takeWord(text);
+    scene_.editor().picture().save(QString::fromStdString(picture.string() + "-word.png"));
+    result.means = meansSince(logged);
     empty();
-    return {true, "ok " + place};
+    result.passed = result.words.empty();
   } catch (const GaveUp& failure) {
-    const std::string status = scene_.trace().lastStatus();
+    result.words = failure.what() + circumstances();
     try {
       empty();
     } catch (const GaveUp&) {
     }
-    return {false, failure.what() + ("; status: " + status)};
   }
+  return result;
 }
 
-std::string FieldTrial::takeWord(const TrialText& text, const std::filesystem::path& picture) {
+// What the application was at: its status and the last line of its log.
+std::string FieldTrial::circumstances() {
+  std::string log = scene_.applicationLog();
+  while (log.ends_with('\n')) log.pop_back();
+  return "; status: " + scene_.trace().lastStatus() + "; log: " + log.substr(log.rfind('\n') + 1);
+}
+
+// Left to right the ghost begins at the caret, right to left it ends there.
+void FieldTrial::compare(TrialResult& result) {
   const auto caret = scene_.editor().caret();
   const auto ghost = scene_.ghost().onScreen();
   if (!caret || !ghost) throw GaveUp(caret ? "the ghost went" : "the field tells no caret");
-  const bool rightToLeft = text::endsRightToLeft(text.text);
-  const double right = (rightToLeft ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
+  const bool toTheLeft = scene_.editor().continuesToTheLeft();
+  const double right = (toTheLeft ? ghost->left() + ghost->width() : ghost->left()) - caret->x;
   const double down = ghost->top() + ghost->height() / 2.0 - (caret->y + caret->height / 2);
-  scene_.editor().picture().save(QString::fromStdString(picture.string() + "-ghost.png"));
+  result.place = signedNumber(right) + "," + signedNumber(down);
+  if (std::abs(right) > tolerance || std::abs(down) > tolerance)
+    result.words = "the ghost is not at the caret";
+}
 
+void FieldTrial::takeWord(const TrialText& text) {
   scene_.user().press(key::tab);
-  const std::string document = std::string(text.text) + text.word;
-  awaitDocument(expected(document));
+  awaitDocument(expected(std::string(text.text) + text.word));
   const std::string remaining = std::string(text.continuation).substr(std::string(text.word).size());
   if (!remaining.empty()) awaitOffer(remaining);
-  scene_.editor().picture().save(QString::fromStdString(picture.string() + "-word.png"));
+}
 
-  const std::string place = signedNumber(right) + "," + signedNumber(down);
-  if (std::abs(right) > tolerance || std::abs(down) > tolerance)
-    throw GaveUp("the ghost stood " + place + " pixels from the caret");
-  return place;
+std::string FieldTrial::meansSince(std::size_t logged) {
+  const std::string log = scene_.applicationLog().substr(logged);
+  const auto has = [&](const char* words) { return log.find(words) != std::string::npos; };
+  return has("input: paste: ") ? "clipboard" : has("input: write: ") ? "Accessibility" : "keys";
+}
+
+void FieldTrial::awaitQuiet() {
+  for (std::size_t before = 0, now = scene_.applicationLog().size(); now != before;) {
+    before = now;
+    rest(quiet);
+    now = scene_.applicationLog().size();
+  }
 }
 
 TrialResult FieldTrial::runSecret() {
+  const auto failed = [](std::string words) { return TrialResult{.words = std::move(words)}; };
   try {
     model_.willSay("never shown");
     scene_.user().type(secretWords);
@@ -128,13 +154,13 @@ TrialResult FieldTrial::runSecret() {
       return scene_.trace().lastStatus().find("Secure input") != std::string::npos;
     });
   } catch (const GaveUp& failure) {
-    return {false, failure.what() + ("; status: " + scene_.trace().lastStatus())};
+    return failed(failure.what() + circumstances());
   }
-  if (scene_.ghost().onScreen()) return {false, "there is a ghost"};
-  if (model_.wasTold(secretWords)) return {false, "the model was told the password"};
+  if (scene_.ghost().onScreen()) return failed("there is a ghost");
+  if (model_.wasTold(secretWords)) return failed("the model was told the password");
   if (scene_.applicationLog().find(secretWords) != std::string::npos)
-    return {false, "the log has the password"};
-  return {true, "nothing read or shown: " + scene_.trace().lastStatus()};
+    return failed("the log has the password");
+  return {.passed = true, .words = "nothing read or shown: " + scene_.trace().lastStatus()};
 }
 
 }  // namespace nimbletype

@@ -16,7 +16,9 @@ struct TrialText {
 
 struct TrialResult {
   bool passed = false;
-  std::string words;  // for people
+  std::string place = {};  // of the ghost, in pixels from the caret; empty when there was none
+  std::string means = {};  // by which the word came into the field
+  std::string words = {};  // what else people should know
 };
 
 // Text put into a real field, suggestion, Tab, and what stands in the field then.
@@ -36,8 +38,13 @@ class FieldTrial {
   void awaitOffer(const std::string& text);
   // What the field tells after this text.
   std::string expected(const std::string& text) const;
+  std::string circumstances();
   void empty();
-  std::string takeWord(const TrialText& text, const std::filesystem::path& picture);
+  void compare(TrialResult& result);
+  void takeWord(const TrialText& text);
+  std::string meansSince(std::size_t logged);
+  // The application neither hears nor does anything.
+  void awaitQuiet();
 
   Scene& scene_;
   ScriptedModel& model_;

@@ -1,8 +1,11 @@
 // Puts texts into fields of real applications, takes a word of the suggestion by each method, and prints what
-// came of it as a table. Ends with 1 when something went wrong.
+// came of it as a table: where the ghost stood, seen from the caret, and by which means the word came, for
+// not every application takes every one. The table and pictures are kept in OUT_FOLDER. Ends with 1 when
+// something went wrong.
 //   tests/support/with_desktop.sh field_table APPLICATION OUT_FOLDER FIELD...
 #include <array>
 #include <cstdio>
+#include <memory>
 
 #include "tests/e2e/field_table/field_trial.h"
 
@@ -26,6 +29,8 @@ class Table {
   Table(std::string application, std::filesystem::path out)
       : application_(std::move(application)), out_(std::move(out)) {
     std::filesystem::create_directories(out_);
+    file_.reset(std::fopen((out_ / "table.txt").c_str(), "w"));
+    print("field", "method", "text", "", "ghost", "came by", "");
   }
 
   bool run(const std::string& field) {
@@ -35,7 +40,7 @@ class Table {
       if (editorProgram(field)->role == "AXSecureTextField") return runSecret(scene, model, field);
       for (const char* method : methods) runMethod(scene, model, field, method);
     } catch (const GaveUp& failure) {
-      note(field, "", "", {false, failure.what()});
+      note(field, "", "", {.words = failure.what()});
     }
     return passed_;
   }
@@ -60,14 +65,24 @@ class Table {
 
   void note(const std::string& field, const std::string& text, const std::string& method,
             const TrialResult& result) {
-    std::printf("%-18s %-14s %-21s %s%s\n", field.c_str(), method.c_str(), text.c_str(),
-                result.passed ? "" : "FAILED: ", result.words.c_str());
-    std::fflush(stdout);
+    print(field, method, text, result.passed ? "ok" : "FAILED", result.place, result.means, result.words);
     passed_ = passed_ && result.passed;
+  }
+
+  void print(const std::string& field, const std::string& method, const std::string& text,
+             const std::string& outcome, const std::string& place, const std::string& means,
+             const std::string& words) const {
+    for (std::FILE* file : {stdout, file_.get()}) {
+      if (!file) continue;
+      std::fprintf(file, "%-19s %-14s %-21s %-7s %-7s %-14s %s\n", field.c_str(), method.c_str(),
+                   text.c_str(), outcome.c_str(), place.c_str(), means.c_str(), words.c_str());
+      std::fflush(file);
+    }
   }
 
   std::string application_;
   std::filesystem::path out_;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_{nullptr, std::fclose};
   bool passed_ = true;
 };
 

@@ -7,9 +7,10 @@ namespace nimbletype {
 
 namespace {
 
-// One answer serves both questions: which models there are, and what comes next.
+// One answer serves all questions: which server it is, which models there are, and what comes next.
 LoopbackServer::Answer saying(const std::string& continuation) {
-  const nlohmann::json reply{{"data", {{{"id", "scripted"}}}}, {"choices", {{{"text", continuation}}}}};
+  const nlohmann::json reply{
+      {"version", "1.0"}, {"models", {{{"name", "scripted"}}}}, {"response", continuation}, {"done", true}};
   return {httpAnswer(200, reply.dump())};
 }
 
@@ -24,7 +25,7 @@ void ScriptedModel::willSayOnce(const std::string& continuation) {
 }
 
 std::string ScriptedModel::settings() const {
-  return R"("engine":"openAI","serverModel":"scripted","serverURL":")" + server_.url("/v1") + '"';
+  return R"("engine":"ollama","ollamaModel":"scripted","ollamaURL":")" + server_.url("") + '"';
 }
 
 bool ScriptedModel::wasTold(const std::string& text) const {

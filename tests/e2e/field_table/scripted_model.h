@@ -5,7 +5,7 @@
 
 namespace nimbletype {
 
-// A model of the OpenAI kind that goes on as it is told, whatever it is asked.
+// A model on an Ollama server that goes on as it is told, whatever it is asked.
 class ScriptedModel {
  public:
   ScriptedModel() { willSay(""); }
