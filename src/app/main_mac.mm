@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "core/app/app_model.h"
+#include "platform/atomic_file.h"
 #include "platform/mac/mac_accessibility.h"
 #include "platform/mac/mac_background_work.h"
 #include "platform/mac/mac_clipboard_text.h"
@@ -10,7 +11,6 @@
 #include "platform/mac/mac_disk_space.h"
 #include "platform/mac/mac_event_poster.h"
 #include "platform/mac/mac_event_tap.h"
-#include "platform/mac/mac_file_store.h"
 #include "platform/mac/mac_font_metrics.h"
 #include "platform/mac/mac_http_client.h"
 #include "platform/mac/mac_http_downloads.h"
@@ -18,6 +18,7 @@
 #include "platform/mac/mac_on_device_model.h"
 #include "platform/mac/mac_overlay_surface.h"
 #include "platform/mac/mac_pasteboard.h"
+#include "platform/mac/mac_paths.h"
 #include "platform/mac/mac_permissions.h"
 #include "platform/mac/mac_power_source.h"
 #include "platform/mac/mac_region.h"
@@ -77,9 +78,9 @@ class Application {
   MacSpellChecker spellChecker_;
   MacPermissions permissions_;
   MacDefaultsStore defaults_{defaultsDomain()};
-  MacFileStore rulesFile_{[dataFolder() URLByAppendingPathComponent:@"rules.json"]};
-  MacFileStore statisticsFile_{[dataFolder() URLByAppendingPathComponent:@"stats.json"]};
-  MacFileStore memoryFile_{[dataFolder() URLByAppendingPathComponent:@"memory.sealed"]};
+  AtomicFile rulesFile_{dataFolder() / "rules.json"};
+  AtomicFile statisticsFile_{dataFolder() / "stats.json"};
+  AtomicFile memoryFile_{dataFolder() / "memory.sealed"};
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
   MacSecretStore secrets_;
@@ -118,7 +119,7 @@ class Application {
                    .region = region_,
                    .screenReader = screenReader_,
                    .clipboardText = &clipboardText_,
-                   .dataFolder = utf8String(dataFolder().path),
+                   .dataFolder = dataFolder(),
                    .modelFile = modelPath(),
                    .user = currentUser()}};
 };

@@ -47,6 +47,9 @@ std::string withPlainSpaces(std::string_view s);
 std::size_t wordCount(std::string_view s);
 std::string_view firstWords(std::string_view s, std::size_t count);
 
+// Runs of letters and digits; in scripts without blanks between words, the words that a dictionary finds.
+std::vector<std::string_view> words(std::string_view s);
+
 bool isValidUtf8(std::string_view s);
 std::string repaired(std::string_view s);  // malformed sequences replaced by U+FFFD
 

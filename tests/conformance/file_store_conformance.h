@@ -36,11 +36,23 @@ TYPED_TEST_P(FileStoreConformance, IsAbsentOnceSetAside) {
   for (const std::string content : {"one", "two"}) {
     EXPECT_TRUE(this->file().write(content));
     EXPECT_EQ(this->file().read(), content);
-    this->file().setAside();
+    EXPECT_TRUE(this->file().setAside());
     EXPECT_EQ(this->file().read(), std::nullopt);
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(FileStoreConformance, ReadsBackWhatWasWrittenLast, IsAbsentOnceSetAside);
+TYPED_TEST_P(FileStoreConformance, IsAbsentOnceErased) {
+  EXPECT_TRUE(this->file().erase()) << "there was none";
+  EXPECT_TRUE(this->file().write("one"));
+  EXPECT_TRUE(this->file().setAside());
+  EXPECT_TRUE(this->file().write("two"));
+  EXPECT_TRUE(this->file().erase());
+  EXPECT_EQ(this->file().read(), std::nullopt);
+  EXPECT_TRUE(this->file().write("three"));
+  EXPECT_EQ(this->file().read(), "three");
+}
+
+REGISTER_TYPED_TEST_SUITE_P(FileStoreConformance, ReadsBackWhatWasWrittenLast, IsAbsentOnceSetAside,
+                            IsAbsentOnceErased);
 
 }  // namespace nimbletype

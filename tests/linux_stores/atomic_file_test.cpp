@@ -1,4 +1,4 @@
-#include "platform/linux/atomic_file.h"
+#include "platform/atomic_file.h"
 
 #include <gmock/gmock.h>
 
@@ -70,6 +70,17 @@ TEST_F(AtomicFileTest, SetsAsideUnderAFreeName) {
   EXPECT_THAT(names(), testing::UnorderedElementsAre("file.json.unreadable", "file.json.unreadable-2",
                                                      "file.json.unreadable-3"));
   EXPECT_EQ(AtomicFile(folder.path / "file.json.unreadable-2").read(), "2");
+}
+
+TEST_F(AtomicFileTest, ErasesItsOwnTracesAndNothingElse) {
+  AtomicFile file(path);
+  for (const char* name :
+       {"file.json.unreadable", "file.json.unreadable-2", ".file.json.Ab12Cd", "file.json.bak", "other.json"})
+    AtomicFile(folder.path / name).write("x");
+  fs::create_symlink("real.json", path);
+  EXPECT_TRUE(file.write("secret"));
+  EXPECT_TRUE(file.erase());
+  EXPECT_THAT(names(), testing::UnorderedElementsAre("file.json.bak", "other.json"));
 }
 
 }  // namespace

@@ -4,11 +4,11 @@
 #include "platform/mac/mac_background_work.h"
 #include "platform/mac/mac_defaults_store.h"
 #include "platform/mac/mac_disk_space.h"
-#include "platform/mac/mac_file_store.h"
 #include "platform/mac/mac_http_client.h"
 #include "platform/mac/mac_http_downloads.h"
 #include "platform/mac/mac_main_loop.h"
 #include "platform/mac/mac_on_device_model.h"
+#include "platform/mac/mac_paths.h"
 #include "platform/mac/mac_region.h"
 #include "platform/mac/mac_secret_store.h"
 #include "platform/mac/mac_text.h"
@@ -32,7 +32,7 @@ class MacDesktop : public Desktop {
   DiskSpace& disk() override { return disk_; }
   RegionSource& region() override { return region_; }
   DefaultsStore& defaults() override { return defaults_; }
-  std::filesystem::path dataFolder() const override { return utf8String(nimbletype::dataFolder().path); }
+  std::filesystem::path dataFolder() const override { return nimbletype::dataFolder(); }
 
   void runUntil(const std::function<bool()>& condition) override {
     while (!condition())

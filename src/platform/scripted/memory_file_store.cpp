@@ -9,9 +9,18 @@ bool MemoryFileStore::write(const std::string& newContent) {
   return true;
 }
 
-void MemoryFileStore::setAside() {
+bool MemoryFileStore::setAside() {
+  if (stays) return !content;
   if (content) asides.push_back(*content);
   content.reset();
+  return true;
+}
+
+bool MemoryFileStore::erase() {
+  if (stays) return !content && asides.empty();
+  asides.clear();
+  content.reset();
+  return true;
 }
 
 }  // namespace nimbletype

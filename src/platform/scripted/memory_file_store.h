@@ -10,12 +10,14 @@ class MemoryFileStore : public FileStore {
  public:
   std::optional<std::string> read() const override { return content; }
   bool write(const std::string& newContent) override;
-  void setAside() override;
+  bool setAside() override;
+  bool erase() override;
 
   std::optional<std::string> content;
   std::vector<std::string> asides;  // contents set aside
   bool failsToWrite = false;
-  int writes = 0;  // those that succeeded
+  bool stays = false;  // it can be neither set aside nor erased
+  int writes = 0;      // those that succeeded
 };
 
 }  // namespace nimbletype

@@ -14,7 +14,8 @@ class AtomicFile : public FileStore {
   std::optional<std::string> read() const override;
   // Makes missing folders. A link keeps pointing where it did; the file is for its owner's eyes only.
   bool write(const std::string& content) override;
-  void setAside() override;
+  bool setAside() override;
+  bool erase() override;
 
  private:
   std::filesystem::path path_;

@@ -1,18 +1,22 @@
-#include "platform/linux/atomic_file.h"
+#include "platform/atomic_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 namespace nimbletype {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view asideEnd = ".unreadable";
 
 class Descriptor {
  public:
@@ -31,7 +35,13 @@ class Descriptor {
     }
     return true;
   }
-  bool sync() const { return ::fsync(fd_) == 0; }
+  // The Mac's own fsync is content with the disk's cache.
+  bool sync() const {
+#ifdef F_FULLFSYNC
+    if (::fcntl(fd_, F_FULLFSYNC) == 0) return true;
+#endif
+    return ::fsync(fd_) == 0;
+  }
   bool close() { return fd_ < 0 || ::close(std::exchange(fd_, -1)) == 0; }
 
  private:
@@ -55,6 +65,17 @@ fs::path behindLinks(const fs::path& path) {
   return error ? path : target;
 }
 
+std::string temporaryStart(const fs::path& target) {
+  return "." + target.filename().string() + ".";
+}
+
+std::vector<fs::path> filesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(folder, error)) files.push_back(entry.path());
+  return files;
+}
+
 }  // namespace
 
 std::optional<std::string> AtomicFile::read() const {
@@ -70,7 +91,7 @@ bool AtomicFile::write(const std::string& content) {
   const auto target = behindLinks(path_);
   std::error_code error;
   fs::create_directories(target.parent_path(), error);
-  auto temporary = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
+  auto temporary = (target.parent_path() / (temporaryStart(target) + "XXXXXX")).string();
   const int fd = ::mkstemp(temporary.data());
   if (fd < 0) return false;
   if (!writeWhole(fd, content) || std::rename(temporary.c_str(), target.c_str()) != 0) {
@@ -81,13 +102,35 @@ bool AtomicFile::write(const std::string& content) {
   return true;
 }
 
-void AtomicFile::setAside() {
+bool AtomicFile::setAside() {
   // An earlier file set aside is not lost to a later one.
   std::error_code error;
   auto aside = path_;
-  aside += ".unreadable";
-  for (int n = 2; fs::exists(aside, error); ++n) (aside = path_) += ".unreadable-" + std::to_string(n);
+  aside += asideEnd;
+  for (int n = 2; fs::exists(aside, error); ++n)
+    (aside = path_) += std::string(asideEnd) + "-" + std::to_string(n);
   fs::rename(path_, aside, error);
+  return !fs::exists(fs::symlink_status(path_, error));
+}
+
+// What a write that was cut short left behind goes as well.
+bool AtomicFile::erase() {
+  const auto target = behindLinks(path_);
+  std::vector<fs::path> all{path_, target};
+  for (const auto& folder : {path_.parent_path(), target.parent_path()})
+    std::ranges::copy_if(filesIn(folder), std::back_inserter(all), [&](const fs::path& file) {
+      const auto name = file.filename().string();
+      return name.starts_with(path_.filename().string() + std::string(asideEnd)) ||
+             name.starts_with(temporaryStart(target));
+    });
+  for (const auto& file : all) {
+    std::error_code error;
+    fs::remove(file, error);
+  }
+  return std::ranges::none_of(all, [](const fs::path& file) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(file, error));
+  });
 }
 
 }  // namespace nimbletype
