@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "cli.h"
+#include "core/completion/alternatives_session.h"
 #include "core/completion/request_builder.h"
 #include "core/prompt/reply_cleaning.h"
 #include "engine_choice.h"
@@ -20,6 +21,7 @@ Writes one suggestion for a caret at the end of TEXT, cleaned as the application
                     of a server the model's name (default: the one in the settings)
   --url ADDRESS     of the server (default: the one in the settings)
   --length LENGTH   short, medium (default) or long
+  --others          other suggestions instead, as their list shows them: one a line
   --json            also timings in milliseconds, token counts and both prompts
 
 Exit status: 0, also when there is nothing to suggest; 1 when the engine failed; 2 for wrong arguments.
@@ -29,7 +31,7 @@ struct Options {
   EngineOptions engine;
   std::optional<std::string> text;
   CompletionLength length = CompletionLength::medium;
-  bool json = false, help = false;
+  bool json = false, help = false, others = false;
 };
 
 int complain(const std::string& sentence) {
@@ -52,6 +54,8 @@ std::optional<Options> parse(Arguments arguments) {
       options.json = true;
     else if (argument == "--help")
       options.help = true;
+    else if (argument == "--others")
+      options.others = true;
     else if (argument == "--length") {
       const auto length = fromRawValue<CompletionLength>(arguments[++i]);
       if (!length)
@@ -94,6 +98,18 @@ void printJson(const Completion& completion, const CompletionRequest& request,
   std::printf("%s\n", report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
 }
 
+int printOthers(const Options& options, const Engines& engines, CompletionProvider& provider) {
+  const int words = wordBudget(options.length);
+  const std::string before = text::repaired(*options.text);
+  auto replies =
+      engines.alternatives(provider, requestFor(options, engines, words), AlternativesSession::asked);
+  if (!replies) return std::fprintf(stderr, "%s\n", replies.error().message.c_str()), 1;
+  for (std::string& reply : *replies) reply = cleanReply(reply, {before, words, provider.promptStyle(), {}});
+  for (const std::string& each : differentOnes(*replies))
+    std::printf("%s\n", rowText(each, wordPrefixOf(before)).c_str());
+  return 0;
+}
+
 }  // namespace
 
 int complete(Arguments arguments) {
@@ -105,6 +121,7 @@ int complete(Arguments arguments) {
   const auto desktop = makeDesktop();
   const Engines engines(*desktop, options->engine);
   CompletionProvider& provider = *engines.hub().writer(engines.chosen());
+  if (options->others) return printOthers(*options, engines, provider);
   const CompletionRequest request = requestFor(*options, engines, words);
   const CompletionResult result = engines.complete(provider, request);
   if (!result) return std::fprintf(stderr, "%s\n", result.error().message.c_str()), 1;

@@ -75,6 +75,13 @@ std::expected<std::vector<std::string>, ProviderError> Engines::models(Completio
       desktop_, [&](auto done) { return provider.models(done); });
 }
 
+std::expected<std::vector<std::string>, ProviderError> Engines::alternatives(CompletionProvider& provider,
+                                                                             const CompletionRequest& request,
+                                                                             int count) const {
+  using Result = std::expected<std::vector<std::string>, ProviderError>;
+  return awaited<Result>(desktop_, [&](auto done) { return provider.alternatives(request, count, done); });
+}
+
 CompletionResult Engines::complete(CompletionProvider& provider, const CompletionRequest& request) const {
   return awaited<CompletionResult>(desktop_, [&](auto done) { return provider.complete(request, {}, done); });
 }

@@ -44,6 +44,9 @@ class Engines {
   ProviderStatus status(CompletionProvider& provider) const;
   std::expected<std::vector<std::string>, ProviderError> models(CompletionProvider& provider) const;
   CompletionResult complete(CompletionProvider& provider, const CompletionRequest& request) const;
+  std::expected<std::vector<std::string>, ProviderError> alternatives(CompletionProvider& provider,
+                                                                      const CompletionRequest& request,
+                                                                      int count) const;
 
  private:
   Desktop& desktop_;
