@@ -11,7 +11,7 @@ constexpr const char* greetingRest = " your letter";
 constexpr const char* shortRest = " hear from you again";
 constexpr const char* longRest =
     " hear that the work on the old river bank has begun and that the boats may pass";
-constexpr const char* misspelled = "We will see you tomorrow at teh ";
+constexpr const char* misspelled = "We hope that you recieve";
 constexpr EditorLook dark{.dark = true}, doubled{.scale = 2}, darkDoubled{.dark = true, .scale = 2};
 constexpr const char* tinted = R"("ghostStyle":"tinted")";
 constexpr const char* hinted = R"("showKeyHint":true)";
@@ -92,8 +92,7 @@ constexpr std::array scenes{
                .suggestion = " מחר בבוקר נפגש"},
     PhotoScene{.name = "gtk-right-to-left-wrapped",
                .editor = "mousepad",
-               .width = 420,
-               .text = "שלום לכולם ותודה על המכתב ששלחתם",
+               .text = "שלום לכולם ותודה על המכתב הארוך ששלחתם אלינו השבוע",
                .suggestion = " מחר בבוקר נפגש ליד הגשר הישן"},
     PhotoScene{.name = "qt-right-to-left",
                .editor = "featherpad",
@@ -114,7 +113,8 @@ constexpr std::array scenes{
                .editor = "mousepad",
                .text = letter,
                .suggestion = longRest,
-               .y = 760},
+               .linesBefore = 4,
+               .y = 715},
 };
 
 }  // namespace
