@@ -37,8 +37,8 @@ DrawList drawGhost(const GhostLayout& layout, const GhostColors& colors, std::st
                                   line.baseline - layout.frame.y, line.rightToLeft});
   if (layout.hintX && !layout.lines.empty()) {
     const BottomLeftRect keycap = inside(layout.frame, keycapRect(layout));
-    list.items.push_back(BoxDraw{keycap, keycapRadius, colors.keycap});
-    list.items.push_back(keycapLabel(keycap, colors.text, hintLabel, metrics));
+    list.items.push_back(BoxDraw{keycap, keycapRadius, colors.keycap, colors.keycapEdge});
+    list.items.push_back(keycapLabel(keycap, colors.keycapLabel, hintLabel, metrics));
   }
   return list;
 }

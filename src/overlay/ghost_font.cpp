@@ -7,6 +7,8 @@ namespace {
 
 // The caret's place is told in whole pixels at both ends of the line.
 constexpr double measuringError = 2;
+constexpr double leastToTellZoom = 40, leastZoom = 0.09, smallestZoom = 0.3, largestZoom = 4;
+constexpr double heightAgrees = 0.12;
 
 }  // namespace
 
@@ -28,6 +30,20 @@ LineMetrics caretLine(const GhostContent& content, const FontSpec& fieldFont, co
     return std::abs(line.ascender - line.descender - content.caretRect.height);
   };
   return off(mixed) < off(own) ? mixed : own;
+}
+
+std::optional<double> zoomOf(const GhostContent& content, const FontSpec& font, const FontMetrics& metrics) {
+  if (!content.lineStartX || content.lineText.empty()) return std::nullopt;
+  const double onScreen = content.caretRect.x - *content.lineStartX;
+  const double measured = metrics.width(font, content.lineText);
+  if (onScreen < leastToTellZoom || measured < 1) return std::nullopt;
+  const LineMetrics line = metrics.line(font);
+  const double zoom = onScreen / measured;
+  const double taller = content.caretRect.height / (line.ascender - line.descender);
+  if (std::abs(zoom - 1) < leastZoom) return 1;
+  if (zoom < smallestZoom || zoom > largestZoom || std::abs(taller / zoom - 1) > heightAgrees)
+    return std::nullopt;
+  return zoom;
 }
 
 std::optional<bool> usesWholeAdvances(const GhostContent& content, FontSpec font,

@@ -13,6 +13,10 @@ FontSpec ghostFont(const GhostContent& content, FontSpec fieldFont);
 // it lacks, whichever is as high as the caret.
 LineMetrics caretLine(const GhostContent& content, const FontSpec& fieldFont, const FontMetrics& metrics);
 
+// How much larger the caret's line is set than its font's size tells, as in a page that is zoomed; none where
+// the line's width and height do not agree on that.
+std::optional<double> zoomOf(const GhostContent& content, const FontSpec& font, const FontMetrics& metrics);
+
 // Whether the application sets its text in whole pixel advances, told by comparing the width of the caret's
 // line on screen with both ways of setting it; none where the line does not tell them apart.
 std::optional<bool> usesWholeAdvances(const GhostContent& content, FontSpec font, const FontMetrics& metrics);

@@ -47,8 +47,11 @@ FontSpec GhostPanel::fittedFont(const GhostContent& content) {
   FontSpec font = fieldFont(content, ports_.metrics);
   const auto direction = lineDirection(content, font, ports_.metrics);
   const GhostContent inOrder = inReadingOrder(content, direction, font, ports_.metrics);
-  if (const auto fit = usesWholeAdvances(inOrder, font, ports_.metrics)) lastFit_ = {font, *fit};
-  font.wholeAdvances = lastFit_ && lastFit_->font == font ? lastFit_->wholeAdvances : true;
+  if (!lastFit_ || lastFit_->font != font) lastFit_ = KnownFit{.font = font};
+  if (const auto zoom = zoomOf(inOrder, font, ports_.metrics)) lastFit_->zoom = *zoom;
+  font.size *= lastFit_->zoom;
+  if (const auto fit = usesWholeAdvances(inOrder, font, ports_.metrics)) lastFit_->wholeAdvances = *fit;
+  font.wholeAdvances = lastFit_->wholeAdvances;
   return font;
 }
 

@@ -31,9 +31,11 @@ class GhostPanel final : public GhostPresenter {
   const std::optional<GhostLayout>& layout() const { return layout_; }
 
  private:
+  // How the application sets a font.
   struct KnownFit {
     FontSpec font;
-    bool wholeAdvances;
+    bool wholeAdvances = true;
+    double zoom = 1;
   };
 
   FontSpec fittedFont(const GhostContent& content);

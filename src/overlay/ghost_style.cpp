@@ -15,14 +15,21 @@ constexpr Color gold(bool dark) {
   return {mix(tint.red), mix(tint.green), mix(tint.blue), dark ? 0.92 : 0.88};
 }
 
+Color faded(Color color, double alpha) {
+  color.alpha = alpha;
+  return color;
+}
+
 }  // namespace
 
 GhostColors ghostColors(bool tinted, bool dark) {
   Color text = dark ? grey(0.88, 0.96) : grey(0.55, 0.92);
   if (tinted) text = gold(dark);
-  Color keycap = text;
-  keycap.alpha = 0.2;
-  return {text, grey(0.5, dark ? 0.22 : 0.12), keycap};
+  return {.text = text,
+          .box = grey(0.5, dark ? 0.22 : 0.12),
+          .keycap = faded(text, 0.1),
+          .keycapEdge = faded(text, 0.45),
+          .keycapLabel = tinted || dark ? text : grey(0.42, 1)};  // small letters need more contrast
 }
 
 }  // namespace nimbletype

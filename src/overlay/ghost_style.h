@@ -5,8 +5,8 @@ namespace nimbletype {
 
 struct GhostColors {
   Color text;
-  Color box;     // behind wrapped rows
-  Color keycap;  // behind its label, which has the text's colour
+  Color box;  // behind wrapped rows
+  Color keycap, keycapEdge, keycapLabel;
 };
 
 GhostColors ghostColors(bool tinted, bool dark);

@@ -40,6 +40,7 @@ struct BoxDraw {
   BottomLeftRect rect;
   double radius = 0;
   Color fill;
+  Color stroke{.alpha = 0};  // a line of one point along the inside of its edge
   bool operator==(const BoxDraw&) const = default;
 };
 

@@ -45,5 +45,31 @@ TEST(GhostFont, AdvancesAreToldByTheWidthOfTheLine) {
   }
 }
 
+// At size 10 a character is 5 wide and a line 10 high.
+TEST(GhostFont, ZoomIsWhatWidthAndHeightOfTheLineAgreeOn) {
+  const FixedFontMetrics metrics;
+  struct Case {
+    const char* what;
+    double width, height;
+    std::optional<double> zoom;
+  };
+  const Case cases[] = {
+      {"as told", 100, 10, 1},
+      {"rounding", 104, 10, 1},
+      {"twice", 200, 20, 2},
+      {"half", 50, 5, 0.5},
+      {"wider only", 200, 10, {}},
+      {"a tall line of the same letters", 100, 20, 1},
+      {"too short to tell", 30, 3, {}},
+  };
+  for (const Case& c : cases) {
+    GhostContent content;
+    content.caretRect = {500, 300, 1, c.height};
+    content.lineStartX = 500 - c.width;
+    content.lineText = "twenty characters...";
+    EXPECT_EQ(zoomOf(content, {.name = "", .size = 10}, metrics), c.zoom) << c.what;
+  }
+}
+
 }  // namespace
 }  // namespace nimbletype

@@ -69,6 +69,19 @@ TEST_F(GhostLayoutTest, TheBaselineFollowsTheCaretsHeight) {
   EXPECT_EQ(layOut().frame, (BottomLeftRect{206, 498, 65, 10}));
 }
 
+// A line's descender is two tenths of its font's size.
+TEST_F(GhostLayoutTest, ScaledTextStandsOnTheFieldsBaseline) {
+  for (const double scale : {0.7, 1.0, 1.5, 2.0}) {
+    content.textScale = scale;
+    const GhostLayout layout = layOut();
+    const GhostLayout::Line& line = layout.lines.at(0);
+    EXPECT_EQ(layout.font.size, 10 * scale);
+    EXPECT_EQ(line.baseline, 502) << scale;
+    EXPECT_LE(line.rect.y, 502 - 2 * scale) << scale;
+    EXPECT_GE(line.rect.top(), 502 + 8 * scale) << scale;
+  }
+}
+
 TEST_F(GhostLayoutTest, WrapsOnlyWhereItMayAndCan) {
   content.text = "one two three four five six";
   struct Case {

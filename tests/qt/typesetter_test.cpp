@@ -59,6 +59,29 @@ TEST(QtTypesetter, ScriptsThatAreShapedAreLeftAlone) {
   EXPECT_EQ(typesetter.width({.name = "", .size = 14}, ""), 0);
 }
 
+// Widths are kept by word; glyphs of a line from the right stand within it as those from the left do.
+TEST(QtTypesetter, LinesAreAsWideAsTheirWordsInEitherDirection) {
+  QtTypesetter typesetter;
+  for (const char* text : {"plain words  here ", " מחר בבוקר נפגש", " المدينة القديمة", "שלום abc 12"}) {
+    const FontSpec font{.name = "DejaVu Sans", .size = 16};
+    const double width = typesetter.width(font, text);
+    for (const bool rightToLeft : {false, true}) {
+      const SetText set = typesetter.set(font, text, rightToLeft);
+      EXPECT_NEAR(set.width, width, 1) << text;
+      for (double x : starts(set)) EXPECT_TRUE(x >= -1 && x < width) << text << ' ' << x;
+    }
+  }
+}
+
+TEST(QtTypesetter, LinesWithOtherFontsCharactersAreAsHighAsThose) {
+  QtTypesetter typesetter;
+  const FontSpec font{.name = "DejaVu Sans Mono", .size = 16};
+  const LineMetrics own = typesetter.line(font), mixed = typesetter.lineHolding(font, "a 今日は");
+  EXPECT_GE(mixed.ascender, own.ascender);
+  EXPECT_LE(mixed.descender, own.descender);
+  EXPECT_EQ(typesetter.lineHolding(font, "plain").ascender, own.ascender);
+}
+
 TEST(QtFontMetrics, KnowsInstalledAndGenericNames) {
   const QtFontMetrics metrics;
   for (const char* name : {"DejaVu Sans Mono", "Monospace", "Sans", "serif"})

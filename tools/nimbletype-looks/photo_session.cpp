@@ -1,5 +1,6 @@
 #include "tools/nimbletype-looks/photo_session.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "tools/nimbletype-demo/scene.h"
@@ -9,6 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr std::uint16_t letterV = 9;
 constexpr int margin = 24;        // pixels around the window: a suggestion may stand out of it
 constexpr auto settling = 300ms;  // for carets to blink and buttons to fade
 
@@ -27,12 +29,16 @@ std::string settingsOf(const PhotoScene& scene, const ScriptedModel& model) {
          (own.empty() ? "" : "," + own) + "}";
 }
 
-void write(Scene& stage, const PhotoScene& scene) {
+void write(Scene& stage, const PhotoScene& scene, X11Pasteboard& clipboard) {
   for (int line = 1; line <= scene.linesBefore; ++line) {
     stage.user().type("This is line " + std::to_string(line));
     stage.user().press(key::returnKey);
   }
-  stage.user().type(scene.text);
+  const std::string text = scene.text;
+  if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) return stage.user().type(text);
+  // What no key of the layout types.
+  if (!clipboard.lend(text)) throw GaveUp("could not copy the text");
+  stage.user().press(letterV, {ModifierSet::control});
 }
 
 void openOthers(Scene& stage, const PhotoScene& scene, ScriptedModel& model) {
@@ -65,7 +71,7 @@ QImage PhotoSession::take(const PhotoScene& scene) {
   stage.editor().moveTo({scene.x, scene.y});
   stage.editor().resize(QSize(scene.width, scene.height) * scene.look.scale);
   stage.startApplication();
-  write(stage, scene);
+  write(stage, scene, clipboard_);
   if (opensOthers(scene)) openOthers(stage, scene, model);
   awaitSuggestion(stage, scene);
   rest(settling);

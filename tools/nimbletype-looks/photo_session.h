@@ -2,6 +2,8 @@
 #include <QImage>
 #include <string>
 
+#include "platform/linux/x11_pasteboard.h"
+#include "platform/scripted/virtual_main_loop.h"
 #include "tests/e2e/field_table/scripted_model.h"
 #include "tools/nimbletype-looks/scenes.h"
 
@@ -17,6 +19,8 @@ class PhotoSession {
 
  private:
   std::string application_;
+  VirtualMainLoop unused_;  // what is lent is never saved
+  X11Pasteboard clipboard_{unused_};
 };
 
 }  // namespace nimbletype

@@ -11,7 +11,7 @@ constexpr const char* greetingRest = " your letter";
 constexpr const char* shortRest = " hear from you again";
 constexpr const char* longRest =
     " hear that the work on the old river bank has begun and that the boats may pass";
-constexpr const char* misspelled = "We will see you tomorrow at teh ";
+constexpr const char* misspelled = "We hope that you recieve";
 constexpr const char* otherRests =
     " hear from you again\n hear that all is well with the boats, and that the river bank is dry\n tell "
     "you more\n be of help\n hear from you again.";
@@ -106,6 +106,35 @@ constexpr std::array scenes{
                .text = letter,
                .suggestion = "",
                .others = otherRests},
+    PhotoScene{.name = "gtk-right-to-left",
+               .editor = "mousepad",
+               .text = "שלום לכולם",
+               .suggestion = " מחר בבוקר נפגש"},
+    PhotoScene{.name = "gtk-right-to-left-wrapped",
+               .editor = "mousepad",
+               .text = "שלום לכולם ותודה על המכתב הארוך ששלחתם אלינו השבוע",
+               .suggestion = " מחר בבוקר נפגש ליד הגשר הישן"},
+    PhotoScene{.name = "qt-right-to-left",
+               .editor = "featherpad",
+               .text = "שלום לכולם",
+               .suggestion = " מחר בבוקר נפגש"},
+    PhotoScene{.name = "page-right-to-left",
+               .editor = "chromium",
+               .height = 260,
+               .text = "שלום לכולם",
+               .suggestion = " מחר בבוקר נפגש"},
+    PhotoScene{.name = "gtk-larger-tinted-dark",
+               .editor = "mousepad",
+               .text = greeting,
+               .suggestion = longRest,
+               .settings = R"("ghostStyle":"tinted","textScale":1.3)",
+               .look = dark},
+    PhotoScene{.name = "gtk-bottom-of-screen",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = longRest,
+               .linesBefore = 4,
+               .y = 715},
     PhotoScene{
         .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
 };

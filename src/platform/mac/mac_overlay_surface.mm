@@ -25,6 +25,12 @@ struct Painter {
     const NSRect rect = NSMakeRect(box.rect.x, box.rect.y, box.rect.width, box.rect.height);
     [colorFor(box.fill) setFill];
     [[NSBezierPath bezierPathWithRoundedRect:rect xRadius:box.radius yRadius:box.radius] fill];
+    if (box.stroke.alpha <= 0) return;
+    constexpr double half = 0.5;
+    [colorFor(box.stroke) setStroke];
+    [[NSBezierPath bezierPathWithRoundedRect:NSInsetRect(rect, half, half)
+                                     xRadius:box.radius - half
+                                     yRadius:box.radius - half] stroke];
   }
 
   // A string is drawn from the bottom left of its line, which lies a descender under the baseline.

@@ -35,7 +35,15 @@ struct ItemPainter {
   void operator()(const BoxDraw& box) const {
     painter.setPen(Qt::NoPen);
     painter.setBrush(toQColor(box.fill));
-    painter.drawRoundedRect(placed(box.rect, frameHeight), box.radius, box.radius);
+    QRectF rect = placed(box.rect, frameHeight);
+    const bool hasEdge = box.stroke.alpha > 0;
+    if (hasEdge) rect = rect.toRect();  // between pixels a line would be two faint ones
+    painter.drawRoundedRect(rect, box.radius, box.radius);
+    if (!hasEdge) return;
+    constexpr double half = 0.5;
+    painter.setPen(QPen(toQColor(box.stroke), 2 * half));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), box.radius - half, box.radius - half);
   }
 
   void operator()(const TextDraw& text) const {
