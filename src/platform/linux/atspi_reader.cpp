@@ -225,7 +225,7 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
     if (std::holds_alternative<std::monostate>(reads[i].parameter))
       decoders[i] = askPlain(batch, element, reads[i].attribute);
   std::optional<AtspiPositionReading> position;
-  if (needsPosition(element, reads)) position.emplace(batch, element);
+  if (needsPosition(element, reads)) position.emplace(batch, element, !richReader_.isRich(element));
   batch.wait();
   for (std::size_t i = 0; i < reads.size(); ++i) {
     if (decoders[i]) values[i] = decoders[i](batch);
@@ -235,9 +235,9 @@ void AtspiReader::readPlain(const AtspiRef& element, std::span<const AttributeRe
   }
   if (!position) return;
   using Extent = AtspiPositionReading::Extent;
-  rich_.reset();
-  if (position->isEditable()) rich_ = richReader_.read(element, deadline);
-  position_ = position->finish(bus_, deadline, rich_ ? Extent::none : Extent::aroundCaret);
+  const bool isRich = position->isEditable() && richReader_.looksRich(element, deadline);
+  position_ = position->finish(bus_, deadline, isRich ? Extent::none : Extent::aroundCaret);
+  rich_ = isRich ? richReader_.read(position_, deadline) : std::nullopt;
   toolkit_ = bus_.toolkit(element->bus(), deadline);
   if (!position_.hasCaret) return;
   for (std::size_t i = 0; i < reads.size(); ++i) {

@@ -13,7 +13,7 @@ namespace {
 constexpr char32_t objectCharacter = 0xFFFC;
 constexpr int deepest = 8;                               // levels of lists in quotes in tables
 constexpr std::int64_t mostBefore = 60, mostAfter = 12;  // children beside the one with the caret
-constexpr std::size_t mostKnown = 2000;
+constexpr std::size_t mostKnown = 2000, mostMixed = 300;
 // What stands in a line of text beside its words.
 constexpr std::array<std::uint32_t, 5> inlineRoles{27, 29, 43, 88,
                                                    116};  // image, label, button, link, static
@@ -45,23 +45,30 @@ std::int64_t objectsIn(std::u32string_view text) {
 
 // The calls about one element, and their answers.
 struct NodeReading {
-  DBusBatch::Id text, caret, selections, selection, role;
+  DBusBatch::Id text, role;
+  struct Position {
+    DBusBatch::Id caret, selections, selection;
+  };
+  std::optional<Position> position;
 
-  NodeReading(DBusBatch& batch, const AtspiRef& element)
+  NodeReading(DBusBatch& batch, const AtspiRef& element, bool asksPosition)
       : text(askText(batch, element, "GetText", g_variant_new("(ii)", 0, -1))),
-        caret(batch.property(element->bus(), element->path(), atspi::textInterface, "CaretOffset")),
-        selections(askText(batch, element, "GetNSelections", nullptr)),
-        selection(askText(batch, element, "GetSelection", g_variant_new("(i)", 0))),
-        role(batch.call({element->bus(), element->path(), atspi::accessible, "GetRole", nullptr})) {}
+        role(batch.call({element->bus(), element->path(), atspi::accessible, "GetRole", nullptr})) {
+    if (asksPosition)
+      position = {batch.property(element->bus(), element->path(), atspi::textInterface, "CaretOffset"),
+                  askText(batch, element, "GetNSelections", nullptr),
+                  askText(batch, element, "GetSelection", g_variant_new("(i)", 0))};
+  }
 
   void answer(const DBusBatch& batch, RichTextNode& node) const {
     node.text = toUtf32(stringOf(childOf(batch.reply(text), 0).get()));
     node.isBlock = std::ranges::find(inlineRoles, atspi::roleOf(batch.reply(role))) == inlineRoles.end();
-    GVariant* at = batch.reply(caret);
+    if (!position) return;
+    GVariant* at = batch.reply(position->caret);
     node.caret = at && g_variant_is_of_type(at, G_VARIANT_TYPE_INT32) ? g_variant_get_int32(at) : -1;
-    if (numberOf(childOf(batch.reply(selections), 0), 0) == 0) return;
-    const auto from = numberOf(childOf(batch.reply(selection), 0), -1);
-    const auto to = numberOf(childOf(batch.reply(selection), 1), -1);
+    if (numberOf(childOf(batch.reply(position->selections), 0), 0) == 0) return;
+    const auto from = numberOf(childOf(batch.reply(position->selection), 0), -1);
+    const auto to = numberOf(childOf(batch.reply(position->selection), 1), -1);
     node.selectionStart = std::min(from, to);
     node.selectionEnd = std::max(from, to);
   }
@@ -92,6 +99,8 @@ bool AtspiRichReader::isRich(const AtspiRef& text) const {
 // A field of a form keeps its text to itself, whatever the browser builds it from.
 bool AtspiRichReader::looksRich(const AtspiRef& element, Deadline deadline) {
   if (const auto found = isRich_.find(*element); found != isRich_.end()) return found->second;
+  if (!bus_.toolkit(element->bus(), deadline).hasPages) return false;
+  if (isRich_.size() > mostKnown) isRich_.clear();
   DBusBatch batch(bus_.connection(), deadline);
   const auto asked =
       batch.call({element->bus(), element->path(), atspi::accessible, "GetAttributes", nullptr});
@@ -104,18 +113,20 @@ bool AtspiRichReader::looksRich(const AtspiRef& element, Deadline deadline) {
   return isRich_[*element] = !name.empty() && name != "input" && name != "textarea";
 }
 
-std::optional<AtspiRichText> AtspiRichReader::read(const AtspiRef& element, Deadline deadline) {
-  if (!bus_.toolkit(element->bus(), deadline).hasPages || !looksRich(element, deadline)) return std::nullopt;
+std::optional<AtspiRichText> AtspiRichReader::read(const AtspiTextPosition& at, Deadline deadline) {
+  if (!at.hasCaret) return std::nullopt;
   if (known_.size() > mostKnown) known_.clear();
-  if (isRich_.size() > mostKnown) isRich_.clear();
-  RichTextNode root{.element = element, .text = {}, .children = {}};
+  RichTextNode root{.element = at.element, .text = {}, .caret = at.start, .children = {}};
+  if (at.end > at.start) {
+    root.selectionStart = at.start;
+    root.selectionEnd = at.end;
+  }
   Level level{&root};
   for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
     ask(level, deadline);
     askChildren(level, deadline);
     level = descend(level);
   }
-  if (root.caret < 0) return std::nullopt;
   return AtspiRichText(root);
 }
 
@@ -128,7 +139,7 @@ void AtspiRichReader::ask(const Level& level, Deadline deadline) {
   DBusBatch batch(bus_.connection(), deadline);
   std::vector<std::pair<RichTextNode*, NodeReading>> readings;
   for (RichTextNode* node : level)
-    if (node->text.empty()) readings.emplace_back(node, NodeReading(batch, node->element));
+    if (node->text.empty()) readings.emplace_back(node, NodeReading(batch, node->element, node->caret < 0));
   batch.wait();
   for (auto& [node, reading] : readings) {
     reading.answer(batch, *node);
@@ -151,21 +162,25 @@ void AtspiRichReader::askChildren(const Level& level, Deadline deadline) {
   if (asked.empty()) return;
   batch.wait();
 
-  DBusBatch roles(bus_.connection(), deadline);
-  std::vector<std::pair<RichTextNode*, std::vector<AtspiRef>>> found;
   for (const auto& [node, id] : asked) {
-    found.emplace_back(node, atspi::objectsOf(batch.reply(id)));
-    for (const AtspiRef& child : found.back().second)
-      roles.call({child->bus(), child->path(), atspi::accessible, "GetRole", nullptr});
+    auto children = atspi::objectsOf(batch.reply(id));
+    // Beside words of its own those have elements too.
+    if (std::ssize(children) != objectsIn(node->text)) children = withoutStaticText(children, deadline);
+    known_[*node->element].children = std::move(children);
   }
-  roles.wait();
-  DBusBatch::Id next = 0;
-  for (auto& [node, children] : found) {
-    std::vector<AtspiRef> kept;
-    for (AtspiRef& child : children)
-      if (atspi::roleOf(roles.reply(next++)) != staticText) kept.push_back(std::move(child));
-    known_[*node->element].children = std::move(kept);
-  }
+}
+
+std::vector<AtspiRef> AtspiRichReader::withoutStaticText(const std::vector<AtspiRef>& children,
+                                                         Deadline deadline) const {
+  if (children.size() > mostMixed) return {};
+  DBusBatch batch(bus_.connection(), deadline);
+  for (const AtspiRef& child : children)
+    batch.call({child->bus(), child->path(), atspi::accessible, "GetRole", nullptr});
+  batch.wait();
+  std::vector<AtspiRef> kept;
+  for (std::size_t i = 0; i < children.size(); ++i)
+    if (atspi::roleOf(batch.reply(i)) != staticText) kept.push_back(children[i]);
+  return kept;
 }
 
 AtspiRichReader::Level AtspiRichReader::descend(const Level& level) {

@@ -5,6 +5,7 @@
 
 #include "platform/linux/atspi_bus.h"
 #include "platform/linux/atspi_rich_text.h"
+#include "platform/linux/atspi_text.h"
 
 namespace nimbletype {
 
@@ -14,12 +15,14 @@ class AtspiRichReader {
  public:
   explicit AtspiRichReader(AtspiBus& bus) : bus_(bus) {}
 
-  // None where the text of this editable element is all its own.
-  std::optional<AtspiRichText> read(const AtspiRef& element, Deadline deadline);
+  // Whether the text of this editable element is put together from the texts of others.
+  bool looksRich(const AtspiRef& element, Deadline deadline);
+  // The text of such an element, from what it tells of its caret; none when it does not answer.
+  std::optional<AtspiRichText> read(const AtspiTextPosition& at, Deadline deadline);
 
   // The element's text may have changed.
   void forget(const AtspiRef& element);
-  // Whether this text has turned out to be put together from the texts of others.
+  // Whether it has turned out to look so.
   bool isRich(const AtspiRef& text) const;
   // Whether a caret that moves in this element may be that of such a text: paragraphs come and go.
   bool isWithin(const AtspiRef& element, const AtspiRef& text) const {
@@ -36,9 +39,9 @@ class AtspiRichReader {
   };
   using Level = std::vector<RichTextNode*>;
 
-  bool looksRich(const AtspiRef& element, Deadline deadline);
   void ask(const Level& level, Deadline deadline);
   void askChildren(const Level& level, Deadline deadline);
+  std::vector<AtspiRef> withoutStaticText(const std::vector<AtspiRef>& children, Deadline deadline) const;
   Level descend(const Level& level);
   void addChildren(RichTextNode& node, const std::vector<AtspiRef>& children);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <string>
+#include <tuple>
 
 namespace nimbletype {
 namespace {
@@ -13,6 +14,10 @@ constexpr std::int64_t windowBefore = 20'000, windowAfter = 700;
 std::optional<std::int64_t> integerOf(GVariant* v) {
   if (!v || !g_variant_is_of_type(v, G_VARIANT_TYPE_INT32)) return std::nullopt;
   return g_variant_get_int32(v);
+}
+
+DBusCall selectionCall(const AtspiRef& element) {
+  return {element->bus(), element->path(), atspi::textInterface, "GetSelection", g_variant_new("(i)", 0)};
 }
 
 AtspiOffsets offsetsFor(AtspiBus& bus, const AtspiTextPosition& at, bool wholeText, Deadline deadline) {
@@ -56,7 +61,7 @@ TextRange AtspiTextPosition::own(const TextRange& range) const {
   return {from, std::clamp<std::int64_t>(to, from, count) - from};
 }
 
-AtspiPositionReading::AtspiPositionReading(DBusBatch& batch, AtspiRef element)
+AtspiPositionReading::AtspiPositionReading(DBusBatch& batch, AtspiRef element, bool asksSelection)
     : batch_(batch), element_(std::move(element)) {
   const auto& bus = element_->bus();
   const auto& path = element_->path();
@@ -65,12 +70,27 @@ AtspiPositionReading::AtspiPositionReading(DBusBatch& batch, AtspiRef element)
   caret_ = batch.property(bus, path, atspi::textInterface, "CaretOffset");
   count_ = batch.property(bus, path, atspi::textInterface, "CharacterCount");
   selections_ = batch.call({bus, path, atspi::textInterface, "GetNSelections", nullptr});
-  selection_ = batch.call({bus, path, atspi::textInterface, "GetSelection", g_variant_new("(i)", 0)});
+  if (asksSelection) selection_ = batch.call(selectionCall(element_));
 }
 
 bool AtspiPositionReading::isEditable() const {
   return atspi::roleOf(batch_.reply(role_)) != atspi_role::passwordText &&
          atspi::statesOf(batch_.reply(states_)).has(atspi_state::editable);
+}
+
+// An empty range when it is not told.
+std::pair<std::int64_t, std::int64_t> AtspiPositionReading::selection(AtspiBus& bus,
+                                                                      Deadline deadline) const {
+  const auto ends = [](GVariant* reply) {
+    const auto from = integerOf(childOf(reply, 0).get()), to = integerOf(childOf(reply, 1).get());
+    return from && to ? std::pair(std::min(*from, *to), std::max(*from, *to))
+                      : std::pair<std::int64_t, std::int64_t>();
+  };
+  if (selection_) return ends(batch_.reply(*selection_));
+  DBusBatch batch(bus.connection(), deadline);
+  const auto asked = batch.call(selectionCall(element_));
+  batch.wait();
+  return ends(batch.reply(asked));
 }
 
 AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline, Extent extent) const {
@@ -84,13 +104,8 @@ AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline,
   at.count = integerOf(batch_.reply(count_)).value_or(0);
   at.hasCaret = caret && *caret >= 0 && batch_.reply(count_);
   at.start = at.end = caret.value_or(0);
-  const auto selections = integerOf(childOf(batch_.reply(selections_), 0).get()).value_or(0);
-  const auto from = integerOf(childOf(batch_.reply(selection_), 0).get());
-  const auto to = integerOf(childOf(batch_.reply(selection_), 1).get());
-  if (selections > 0 && from && to && *from != *to) {
-    at.start = std::min(*from, *to);
-    at.end = std::max(*from, *to);
-  }
+  if (integerOf(childOf(batch_.reply(selections_), 0).get()).value_or(0) > 0)
+    if (const auto [from, to] = selection(bus, deadline); from < to) std::tie(at.start, at.end) = std::pair(from, to);
   at.unit = bus.toolkit(element_->bus(), deadline).unit;
   if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint && extent != Extent::none)
     at.offsets = offsetsFor(bus, at, extent == Extent::all, deadline);

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/atspi_offsets.h"
 #include "platform/linux/atspi_search.h"
@@ -29,7 +30,9 @@ struct AtspiTextPosition {
 // waited for. No text of a password field is ever asked for.
 class AtspiPositionReading {
  public:
-  AtspiPositionReading(DBusBatch& batch, AtspiRef element);
+  // Pages take long to tell where a selection is: `asksSelection` says whether to ask before it is known that
+  // there is one.
+  AtspiPositionReading(DBusBatch& batch, AtspiRef element, bool asksSelection = true);
   // After the batch: whether it is a text to be typed into, and no secret one.
   bool isEditable() const;
   // Where the toolkit counts code points this reads text as well, in one more round trip: that around the
@@ -38,9 +41,12 @@ class AtspiPositionReading {
   AtspiTextPosition finish(AtspiBus& bus, Deadline deadline, Extent extent = Extent::aroundCaret) const;
 
  private:
+  std::pair<std::int64_t, std::int64_t> selection(AtspiBus& bus, Deadline deadline) const;
+
   DBusBatch& batch_;
   AtspiRef element_;
-  DBusBatch::Id role_, states_, caret_, count_, selections_, selection_;
+  DBusBatch::Id role_, states_, caret_, count_, selections_;
+  std::optional<DBusBatch::Id> selection_;
 };
 
 // Font attributes as AT-SPI tells them.
