@@ -3,6 +3,8 @@
 #include "core/completion/completion_engine.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -56,7 +58,9 @@ struct Desk {
   }
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore file, statsFile;
+  MemoryFileStore file, statsFile, memoryFile;
+  MemorySecretStore secrets{loop};
+  ScriptedBackgroundWork background{loop};
   ScriptedRegion region;
   NoLog log;
   NoGhost ghost;
@@ -72,8 +76,9 @@ struct Desk {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
+  WritingMemory memory{{memoryFile, secrets, background, loop, log}};
   CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
+      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, memory, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

@@ -24,23 +24,28 @@ Json statusFields(const Status& status) {
 
 ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
     : output(stream, loop),
+      secrets(loop),
+      background(loop),
       field(output),
       context(loop, region),
       replies(loop, output),
       prefs(defaults),
       rules(prefs, rulesFile, loop, log),
       stats(statisticsFile, loop, log, region),
+      memory({memoryFile, secrets, background, loop, log}),
       hub(makeProviders(*this)),
       typo(spellChecker),
       power(powerSource, loop),
       ghost(output),
-      engine({loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}),
+      engine(
+          {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, memory, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };
   engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
+  memory.load();
   engine.setSource(field);
   keyTap.start();
 }

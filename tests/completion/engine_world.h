@@ -5,7 +5,9 @@
 #include "core/completion/completion_engine.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/recording_log.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -68,7 +70,9 @@ struct EngineWorld {
 
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile, statsFile;
+  MemoryFileStore rulesFile, statsFile, memoryFile;
+  MemorySecretStore secrets{loop};
+  ScriptedBackgroundWork background{loop};
   ScriptedRegion region;
   RecordingLog log;
   ScriptedPower powerSource;
@@ -84,8 +88,9 @@ struct EngineWorld {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
+  WritingMemory memory{{memoryFile, secrets, background, loop, log}};
   CompletionEngine engine{
-      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, log}};
+      {loop, prefs, rules, hub, context, typo, ghost, screens, secureInput, power, stats, memory, log}};
 };
 
 }  // namespace nimbletype

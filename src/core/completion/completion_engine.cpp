@@ -36,6 +36,7 @@ const char* yesNo(bool value) {
 CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
       context_(services.context, services.loop),
+      exampleCache_(services.memory, services.prefs, services.loop),
       generation_(services.loop),
       warmUp_(services.loop, services.hub, services.prefs) {
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
@@ -48,6 +49,10 @@ CompletionEngine::CompletionEngine(const Services& services)
   for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
   observations_.push_back(s_.power.observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
+  session_.onLeft([this](const LeftField& field) {
+    if (mayRemember(field, s_.prefs, s_.rules))
+      s_.memory.remember(field.text(), field.ruleKey, s_.loop.wallNow());
+  });
 }
 
 // --- what happens to the field ---
@@ -74,6 +79,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
   snapshot_ = snapshot;
   session_.seen(snapshot);
+  exampleCache_.seen(snapshot);
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
@@ -230,7 +236,8 @@ void CompletionEngine::generate() {
   if (!provider) return setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
   const bool onBattery = s_.power.onBattery();
   const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
-  const PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  context.examples = exampleCache_.examples(*snapshot_);
   const CompletionRequest request =
       makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
                    s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
