@@ -4,7 +4,9 @@
 #include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/recording_surface.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -58,7 +60,9 @@ struct Desk {
   }
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore file, statsFile;
+  MemoryFileStore file, statsFile, memoryFile;
+  MemorySecretStore secrets{loop};
+  ScriptedBackgroundWork background{loop};
   ScriptedRegion region;
   NoLog log;
   NoGhost ghost;
@@ -77,8 +81,9 @@ struct Desk {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
+  WritingMemory memory{{memoryFile, secrets, background, loop, log}};
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
-                           secureInput, power, stats, log}};
+                           secureInput, power, stats, memory, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

@@ -1,8 +1,10 @@
 #include <QCommandLineParser>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLockFile>
 #include <QStandardPaths>
 #include <QSurfaceFormat>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -47,6 +49,16 @@ QString lockPath() {
   display.replace('/', '_');
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/nimbletype-" + display +
          ".lock";
+}
+
+// What was written last may still wait for the key that seals it; a session that ends does not wait long.
+void letMemoryFinish(const nimbletype::WritingMemory& memory) {
+  QElapsedTimer since;
+  since.start();
+  QTimer wake;
+  wake.start(20);
+  while (memory.isBusy() && since.elapsed() < 2000)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 }  // namespace
@@ -94,5 +106,6 @@ int main(int argc, char** argv) {
   nimbletype::quitOnSignals();
   const int status = QGuiApplication::exec();
   model.stop();
+  letMemoryFinish(model.memory());
   return status;
 }

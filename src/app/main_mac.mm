@@ -60,7 +60,14 @@ class Application {
     model_.start();
     if (!model_.permissions().accessibility()) model_.permissions().askForAccessibility();
   }
-  void stop() { model_.stop(); }
+  // What was written last may still wait for the key that seals it; the user does not wait long.
+  void stop() {
+    model_.stop();
+    NSDate* end = [NSDate dateWithTimeIntervalSinceNow:2];
+    while (model_.memory().isBusy() && end.timeIntervalSinceNow > 0)
+      [NSRunLoop.currentRunLoop runMode:NSDefaultRunLoopMode
+                             beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.02]];
+  }
 
  private:
   MacMainLoop loop_;

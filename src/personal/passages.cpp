@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <functional>
 #include <numeric>
 
@@ -36,18 +37,27 @@ bool isKeyword(std::string_view word) {
   return text::characterCount(word) > (unspaced ? longestIgnoredUnspacedWord : longestIgnoredWord);
 }
 
-std::size_t sharedBy(const Keywords& a, const Keywords& b) {
-  std::size_t shared = 0;
-  for (auto i = a.begin(), j = b.begin(); i != a.end() && j != b.end();) {
-    if (*i == *j)
-      ++shared, ++i, ++j;
-    else if (*i < *j)
-      ++i;
-    else
-      ++j;
+// The keywords of a context in a table with room to spare, as a hundred thousand words are looked up in it.
+class Wanted {
+ public:
+  explicit Wanted(const Keywords& words) : slots_(std::bit_ceil(4 * words.size() + 1)) {
+    for (const std::size_t word : words) slots_[slotOf(word)] = word;
   }
-  return shared;
-}
+  std::size_t sharedWith(const Keywords& others) const {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        others, [this](std::size_t word) { return word != 0 && slots_[slotOf(word)] == word; }));
+  }
+
+ private:
+  // Where the word is, or would be.
+  std::size_t slotOf(std::size_t word) const {
+    std::size_t i = word & (slots_.size() - 1);
+    while (slots_[i] != 0 && slots_[i] != word) i = (i + 1) & (slots_.size() - 1);
+    return i;
+  }
+
+  std::vector<std::size_t> slots_;  // 0 for none
+};
 
 // Entries may be dated later than the newest one where a clock was wrong.
 double recency(WallTime date, WallTime reference) {
@@ -55,12 +65,12 @@ double recency(WallTime date, WallTime reference) {
   return std::clamp(1 - age.count() / daysUntilOld, 0.0, 1.0);
 }
 
-std::vector<double> scores(const MemoryEntries& entries, const Keywords& context, std::string_view appKey) {
+std::vector<double> scores(const MemoryEntries& entries, const Wanted& context, std::string_view appKey) {
   std::vector<double> all;
   all.reserve(entries.size());
   const WallTime newest = entries.back().date;
   for (const MemoryEntry& entry : entries)
-    all.push_back(wordWeight * static_cast<double>(sharedBy(entry.keywords, context)) +
+    all.push_back(wordWeight * static_cast<double>(context.sharedWith(entry.keywords)) +
                   (entry.appKey == appKey ? sameAppBonus : 0) + recency(entry.date, newest));
   return all;
 }
@@ -115,7 +125,7 @@ void keep(MemoryEntries& entries, MemoryEntry taken) {
 std::vector<std::string> chosenPassages(const MemoryEntries& entries, std::string_view context,
                                         std::string_view appKey, int limit) {
   if (limit < 1 || entries.empty()) return {};
-  const auto score = scores(entries, keywordsOf(context), appKey);
+  const auto score = scores(entries, Wanted(keywordsOf(context)), appKey);
   std::vector<std::size_t> order(entries.size());
   std::iota(order.rbegin(), order.rend(), std::size_t{0});  // newest first
   std::ranges::stable_sort(order, std::greater<>(), [&](std::size_t i) { return score[i]; });

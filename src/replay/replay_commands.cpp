@@ -4,6 +4,7 @@
 #include <map>
 
 #include "core/settings/preferences_json.h"
+#include "personal/memory_json.h"
 #include "replay/field_command.h"
 #include "replay/world_command.h"
 #include "text/text.h"
@@ -164,6 +165,12 @@ Json shownStatistics(const ScriptedDesktop& desktop) {
   return statistics;
 }
 
+Json shownMemory(const ScriptedDesktop& desktop) {
+  Json passages = Json::array();
+  for (const MemoryEntry& entry : desktop.memory.entries()) passages.push_back(json(entry));
+  return passages;
+}
+
 void show(LineReader& line, ScriptedDesktop& desktop) {
   const std::string what = line.requiredText("what");
   Json value;
@@ -171,6 +178,8 @@ void show(LineReader& line, ScriptedDesktop& desktop) {
     value = statusFields(desktop.engine.status());
   else if (what == "stats")
     value = shownStatistics(desktop);
+  else if (what == "memory")
+    value = shownMemory(desktop);
   else if (what == "rules")
     value = desktop.rules.json();
   else if (what == "settings")

@@ -33,19 +33,22 @@ Json statusFields(const Status& status) {
 
 ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
     : output(stream, loop),
+      secrets(loop),
+      background(loop),
       field(output),
       context(loop, region),
       replies(loop, output),
       prefs(defaults),
       rules(prefs, rulesFile, loop, log),
       stats(statisticsFile, loop, log, region),
+      memory({memoryFile, secrets, background, loop, log}),
       hub(makeProviders(*this)),
       typo(spellChecker),
       power(powerSource, loop),
       ghost(output),
       alternatives({alternativesSurface, screens, fontMetrics, loop}),
       engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, fontMetrics, secureInput,
-              power, stats, log}),
+              power, stats, memory, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {
@@ -53,6 +56,7 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
   };
   engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
   alternatives.onChanged([this] { output.print("alternatives", alternativesFields(alternatives)); });
+  memory.load();
   engine.setSource(field);
   keyTap.start();
 }

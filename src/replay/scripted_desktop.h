@@ -9,8 +9,10 @@
 #include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/recording_log.h"
 #include "platform/scripted/recording_surface.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_event_tap.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
@@ -39,7 +41,9 @@ class ScriptedDesktop {
   VirtualMainLoop loop;
   ReplayOutput output;
   MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile, statisticsFile;
+  MemoryFileStore rulesFile, statisticsFile, memoryFile;
+  MemorySecretStore secrets;
+  ScriptedBackgroundWork background;
   RecordingLog log;
   ScriptedPower powerSource;
   ScriptedSecureInput secureInput;
@@ -56,6 +60,7 @@ class ScriptedDesktop {
   Preferences prefs;
   AppRules rules;
   StatsStore stats;
+  WritingMemory memory;
   ProviderHub hub;
   TypoChecker typo;
   PowerMonitor power;

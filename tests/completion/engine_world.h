@@ -6,8 +6,10 @@
 #include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
+#include "platform/scripted/memory_secret_store.h"
 #include "platform/scripted/recording_log.h"
 #include "platform/scripted/recording_surface.h"
+#include "platform/scripted/scripted_background_work.h"
 #include "platform/scripted/scripted_power.h"
 #include "platform/scripted/scripted_region.h"
 #include "platform/scripted/scripted_screens.h"
@@ -70,7 +72,9 @@ struct EngineWorld {
 
   VirtualMainLoop loop;
   MemoryDefaultsStore defaults;
-  MemoryFileStore rulesFile, statsFile;
+  MemoryFileStore rulesFile, statsFile, memoryFile;
+  MemorySecretStore secrets{loop};
+  ScriptedBackgroundWork background{loop};
   ScriptedRegion region;
   RecordingLog log;
   ScriptedPower powerSource;
@@ -89,8 +93,9 @@ struct EngineWorld {
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
+  WritingMemory memory{{memoryFile, secrets, background, loop, log}};
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
-                           secureInput, power, stats, log}};
+                           secureInput, power, stats, memory, log}};
 };
 
 }  // namespace nimbletype

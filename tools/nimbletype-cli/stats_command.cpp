@@ -44,10 +44,7 @@ class ReadContent : public FileStore {
   explicit ReadContent(std::optional<std::string> content) : content_(std::move(content)) {}
   std::optional<std::string> read() const override { return content_; }
   bool write(const std::string&) override { return false; }
-  bool setAside() override {
-    makesSense_ = !content_;
-    return false;
-  }
+  bool setAside() override { return makesSense_ = !content_; }
   bool erase() override { return false; }
   bool makesSense() const { return makesSense_; }
 

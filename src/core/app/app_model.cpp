@@ -15,6 +15,7 @@ AppModel::AppModel(Ports ports)
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),
       stats_(ports_.statisticsFile, ports_.loop, ports_.log, ports_.region),
+      memory_({ports_.memoryFile, ports_.secrets, ports_.background, ports_.loop, ports_.log}),
       modelStore_({ports_.loop, ports_.downloads, ports_.background, ports_.disk, ports_.log},
                   builtInModel(modelHub(ports_.defaults, ports_.log)), ports_.dataFolder / "Models"),
       namedModel_(ports_.modelFile),
@@ -29,7 +30,7 @@ AppModel::AppModel(Ports ports)
                 ports_.screenReader, ports_.clipboardText},
                prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, alternatives_, ports_.screens,
-               ports_.fontMetrics, ports_.secureInput, power_, stats_, ports_.log}),
+               ports_.fontMetrics, ports_.secureInput, power_, stats_, memory_, ports_.log}),
       keys_(keyTap_, engine_, prefs_),
       permissions_(ports_.permissions, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
@@ -46,6 +47,10 @@ AppModel::AppModel(Ports ports)
   modelPhase_ = modelStore_.observe([this] {
     if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
   });
+  memorySwitch_ = prefs_.memoryEnabled.observe([this] {
+    const bool isPaused = memory_.state().state == MemoryState::Case::paused;
+    if (prefs_.memoryEnabled.get() && isPaused) memory_.retry();
+  });
   hintLabel_ = prefs_.acceptWordKey.observe(showHintLabel);
 }
 
@@ -57,6 +62,7 @@ bool AppModel::mayLookInto(const RunningApp& app) const {
 }
 
 bool AppModel::start() {
+  memory_.load();
   engine_.warmUp();
   return watch_.start();
 }
@@ -64,6 +70,7 @@ bool AppModel::start() {
 void AppModel::stop() {
   watch_.stop();
   engine_.session().leave();
+  memory_.finish();
 }
 
 bool AppModel::canWrite() const {

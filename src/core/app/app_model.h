@@ -20,6 +20,7 @@
 #include "overlay/alternatives_panel.h"
 #include "overlay/ghost_panel.h"
 #include "personal/stats_store.h"
+#include "personal/writing_memory.h"
 #include "platform/background_work.h"
 #include "platform/clipboard_text.h"
 #include "platform/defaults_store.h"
@@ -85,7 +86,8 @@ class AppModel {
   // Starts following the user's typing, now or as soon as the desktop allows it. False when the key tap does
   // not run; everything else that is allowed runs all the same.
   bool start();
-  // For quitting: lets go of the keyboard, and the field that has the focus is left.
+  // For quitting: lets go of the keyboard, the field that has the focus is left, and the memory is saved.
+  // That may still be under way when this returns.
   void stop();
 
   // Whether there is an engine to ask, as far as that is known without asking one.
@@ -95,6 +97,7 @@ class AppModel {
   Preferences& preferences() { return prefs_; }
   AppRules& rules() { return rules_; }
   StatsStore& stats() { return stats_; }
+  WritingMemory& memory() { return memory_; }
   Permissions& permissions() { return permissions_; }
   PowerMonitor& power() { return power_; }
   ModelStore& modelStore() { return modelStore_; }
@@ -109,6 +112,7 @@ class AppModel {
   Preferences prefs_;
   AppRules rules_;
   StatsStore stats_;
+  WritingMemory memory_;
   ModelStore modelStore_;
   NamedModel namedModel_;
   ProviderHub hub_;
@@ -121,7 +125,7 @@ class AppModel {
   KeyRouter keys_;
   Permissions permissions_;
   SystemWideWatch watch_;
-  Task hintLabel_, modelPhase_;
+  Task hintLabel_, modelPhase_, memorySwitch_;
 };
 
 }  // namespace nimbletype

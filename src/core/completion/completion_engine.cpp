@@ -39,6 +39,7 @@ CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
       alternatives_(services.loop, services.alternatives),
       context_(services.context, services.loop),
+      exampleCache_(services.memory, services.prefs, services.loop),
       generation_(services.loop),
       warmUp_(services.loop, services.hub, services.prefs),
       advance_(services.metrics) {
@@ -52,6 +53,10 @@ CompletionEngine::CompletionEngine(const Services& services)
   for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
   observations_.push_back(s_.power.observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
+  session_.onLeft([this](const LeftField& field) {
+    if (mayRemember(field, s_.prefs, s_.rules))
+      s_.memory.remember(field.text(), field.ruleKey, s_.loop.wallNow());
+  });
 }
 
 // --- what happens to the field ---
@@ -78,6 +83,7 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
   snapshot_ = snapshot;
   session_.seen(snapshot);
+  exampleCache_.seen(snapshot);
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
@@ -252,7 +258,8 @@ std::optional<CompletionEngine::Question> CompletionEngine::question() {
   }
   const bool onBattery = s_.power.onBattery();
   const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
-  const PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
+  context.examples = exampleCache_.examples(*snapshot_);
   CompletionRequest request =
       makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
                    s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});

@@ -6,6 +6,7 @@
 
 #include "core/completion/alternatives_session.h"
 #include "core/completion/context_cache.h"
+#include "core/completion/example_cache.h"
 #include "core/completion/field_session.h"
 #include "core/completion/gates.h"
 #include "core/completion/generation.h"
@@ -49,6 +50,7 @@ class CompletionEngine {
     const SecureInput& secureInput;
     const PowerMonitor& power;
     StatsStore& stats;
+    WritingMemory& memory;
     SystemLog& log;
   };
   // The last generation, for diagnostics: what was asked and answered, and how long it took.
@@ -194,6 +196,7 @@ class CompletionEngine {
   bool forceNext_ = false;
   bool demanded_ = false;  // Suggest Now brought about the request for this snapshot
   ContextCache context_;
+  ExampleCache exampleCache_;
   TextWindow window_;
   std::optional<Asked> asked_;
   Generation generation_;
