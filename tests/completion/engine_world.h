@@ -80,17 +80,19 @@ struct EngineWorld {
   SlowField field;
   CountingContext context;
   Ghost ghost;
-  RecordingSurface alternativesSurface;
+  RecordingSurface alternativesSurface, emojiSurface;
   FixedFontMetrics metrics;
   AlternativesPanel alternatives{{alternativesSurface, screens, metrics, loop}};
+  EmojiIndex emoji;
+  EmojiPickerPanel emojiPicker{{emojiSurface, screens, metrics}};
   Preferences prefs{defaults};
   AppRules rules{prefs, rulesFile, loop, log};
   ProviderHub hub;
   TypoChecker typo{spelling};
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
-                           secureInput, power, stats, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker,
+                           screens, metrics, secureInput, power, stats, log}};
 };
 
 }  // namespace nimbletype
