@@ -70,10 +70,12 @@ struct Desk {
   ScriptedPower powerSource;
   ScriptedScreens screens;
   FixedFontMetrics metrics;
-  RecordingSurface surface;
+  RecordingSurface surface, emojiSurface;
   AlternativesPanel alternatives{{surface, screens, metrics, loop}};
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
+  EmojiIndex emoji;
+  EmojiPickerPanel emojiPicker{{emojiSurface, screens, metrics}};
   Catcher* catcher = nullptr;
   Preferences prefs{defaults};
   AppRules rules{prefs, file, loop, log};
@@ -82,8 +84,8 @@ struct Desk {
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
   WritingMemory memory{{memoryFile, secrets, background, loop, log}};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
-                           secureInput, power, stats, memory, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker,
+                           screens, metrics, secureInput, power, stats, memory, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

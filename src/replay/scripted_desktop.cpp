@@ -27,6 +27,15 @@ Json alternativesFields(const AlternativesPanel& panel) {
   return {{"rows", rows}, {"selected", model.selected}};
 }
 
+Json emojiFields(const EmojiPickerPanel& panel) {
+  Json items;  // null when it is closed
+  if (!panel.isVisible()) return {{"items", items}};
+  const EmojiPickerModel& model = *panel.model();
+  items = Json::array();
+  for (const EmojiItem& item : model.items) items.push_back(item.emoji);
+  return {{"items", items}, {"selected", model.selected}, {"replacing", model.replacing}};
+}
+
 Json statusFields(const Status& status) {
   return {{"case", name(status.state)}, {"label", status.label()}};
 }
@@ -46,9 +55,10 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       typo(spellChecker),
       power(powerSource, loop),
       ghost(output),
+      emojiPicker({emojiSurface, screens, fontMetrics}),
       alternatives({alternativesSurface, screens, fontMetrics, loop}),
-      engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, fontMetrics, secureInput,
-              power, stats, memory, log}),
+      engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker, screens,
+              fontMetrics, secureInput, power, stats, memory, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
   log.onLine = [this](const RecordingLog::Line& line) {

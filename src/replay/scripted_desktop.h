@@ -6,6 +6,7 @@
 #include "core/settings/preferences.h"
 #include "input/key_tap.h"
 #include "overlay/alternatives_panel.h"
+#include "overlay/emoji_picker_panel.h"
 #include "platform/scripted/fixed_font_metrics.h"
 #include "platform/scripted/memory_defaults_store.h"
 #include "platform/scripted/memory_file_store.h"
@@ -31,6 +32,9 @@ Json statusFields(const Status& status);
 
 // The list of other suggestions as it is printed.
 Json alternativesFields(const AlternativesPanel& panel);
+
+// The emoji picker as it is printed.
+Json emojiFields(const EmojiPickerPanel& panel);
 
 // A desktop that is nothing but a script, with the real core on it: everything that a user or the desktop
 // would notice is printed.
@@ -65,8 +69,10 @@ class ScriptedDesktop {
   TypoChecker typo;
   PowerMonitor power;
   PrintingGhost ghost;
-  RecordingSurface alternativesSurface;
+  RecordingSurface alternativesSurface, emojiSurface;
   FixedFontMetrics fontMetrics;
+  EmojiIndex emoji;
+  EmojiPickerPanel emojiPicker;
   AlternativesPanel alternatives;
   CompletionEngine engine;
   KeyTap keyTap;

@@ -84,9 +84,11 @@ struct EngineWorld {
   SlowField field;
   CountingContext context;
   Ghost ghost;
-  RecordingSurface alternativesSurface;
+  RecordingSurface alternativesSurface, emojiSurface;
   FixedFontMetrics metrics;
   AlternativesPanel alternatives{{alternativesSurface, screens, metrics, loop}};
+  EmojiIndex emoji;
+  EmojiPickerPanel emojiPicker{{emojiSurface, screens, metrics}};
   Preferences prefs{defaults};
   AppRules rules{prefs, rulesFile, loop, log};
   ProviderHub hub;
@@ -94,8 +96,8 @@ struct EngineWorld {
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
   WritingMemory memory{{memoryFile, secrets, background, loop, log}};
-  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, screens, metrics,
-                           secureInput, power, stats, memory, log}};
+  CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker,
+                           screens, metrics, secureInput, power, stats, memory, log}};
 };
 
 }  // namespace nimbletype

@@ -11,6 +11,7 @@ using Arguments = std::span<const std::string>;
 int complete(Arguments arguments);
 int doctor(Arguments arguments);
 int download(Arguments arguments);
+int emoji(Arguments arguments);
 int models(Arguments arguments);
 int replay(Arguments arguments);
 int stats(Arguments arguments);

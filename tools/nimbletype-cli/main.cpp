@@ -17,6 +17,7 @@ constexpr Command commands[] = {
     {"complete", nimbletype::cli::complete, "write one suggestion for a text"},
     {"doctor", nimbletype::cli::doctor, "show the state of everything the application needs"},
     {"download", nimbletype::cli::download, "fetch the built-in engine's model"},
+    {"emoji", nimbletype::cli::emoji, "find emoji by name"},
     {"models", nimbletype::cli::models, "show every engine and the models it offers"},
     {"replay", nimbletype::cli::replay, "run the core over a scripted desktop"},
     {"stats", nimbletype::cli::stats, "show the words that suggestions saved"},

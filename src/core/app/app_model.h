@@ -18,6 +18,7 @@
 #include "input/text_injector.h"
 #include "input/typo_checker.h"
 #include "overlay/alternatives_panel.h"
+#include "overlay/emoji_picker_panel.h"
 #include "overlay/ghost_panel.h"
 #include "personal/stats_store.h"
 #include "personal/writing_memory.h"
@@ -119,6 +120,8 @@ class AppModel {
   TypoChecker typo_;
   PowerMonitor power_;
   GhostPanel ghost_;
+  EmojiIndex emoji_;
+  EmojiPickerPanel emojiPicker_;
   AlternativesPanel alternatives_;
   ContextCollector context_;
   CompletionEngine engine_;

@@ -38,6 +38,7 @@ const char* yesNo(bool value) {
 CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
       alternatives_(services.loop, services.alternatives),
+      emoji_(services.loop, services.prefs, services.emoji, services.emojiPicker),
       context_(services.context, services.loop),
       exampleCache_(services.memory, services.prefs, services.loop),
       generation_(services.loop),
@@ -49,7 +50,8 @@ CompletionEngine::CompletionEngine(const Services& services)
       &s_.prefs.codeEditorsEnabled, &s_.prefs.completeInsideText,
       &s_.prefs.ignoreSmallFields,  &s_.prefs.onDemandOnly,
       &s_.prefs.batteryOnDemand,    &s_.prefs.triggerKey,
-      &s_.prefs.insertion,          &s_.prefs.length};
+      &s_.prefs.insertion,          &s_.prefs.length,
+      &s_.prefs.emojiEnabled,       &s_.prefs.emoticons};
   for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { reconsider(); }));
   observations_.push_back(s_.power.observe([this] { reconsider(); }));
   s_.typo.onFound([this] { correctionFound(); });
@@ -57,6 +59,11 @@ CompletionEngine::CompletionEngine(const Services& services)
     if (mayRemember(field, s_.prefs, s_.rules))
       s_.memory.remember(field.text(), field.ruleKey, s_.loop.wallNow());
   });
+  emoji_.onChanged([this] {
+    if (emoji_.canChoose()) setStatus({Status::Case::showing, {}});
+    if (shownChanged_) shownChanged_();
+  });
+  emoji_.onEnded([this] { process(); });
 }
 
 // --- what happens to the field ---
@@ -100,6 +107,7 @@ void CompletionEngine::fieldLost(const std::string& reason) {
 // A change that blocks takes effect at once; one that lifts a block starts over where the caret stands.
 void CompletionEngine::reconsider() {
   if (!snapshot_) return;
+  if (wantsEmoji_) return process();
   const bool wasBlocked = status_.state == Status::Case::blocked;
   if (auto reason = blockedReason())
     block(*reason);
@@ -110,20 +118,31 @@ void CompletionEngine::reconsider() {
 }
 
 std::optional<std::string> CompletionEngine::blockedReason() {
+  return firstGate(*snapshot_, gateState());
+}
+
+GateState CompletionEngine::gateState() {
   decision_ = s_.rules.decision(snapshot_->bundleID, snapshot_->appName, snapshot_->domain);
   const Preferences& prefs = s_.prefs;
   // A suggestion that was asked for may be typed over and taken word by word.
   const bool forced = forceNext_ || demanded_ || suggestion_ || alternatives_.isOpen();
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
-  return firstGate(*snapshot_,
-                   {prefs.isEnabled.get(), decision_, s_.secureInput.isOn(), prefs.completeInsideText.get(),
-                    prefs.ignoreSmallFields.get(), onDemand, forced, prefs.triggerKey.get()});
+  return {prefs.isEnabled.get(),
+          decision_,
+          s_.secureInput.isOn(),
+          prefs.completeInsideText.get(),
+          prefs.ignoreSmallFields.get(),
+          onDemand,
+          forced,
+          prefs.triggerKey.get()};
 }
 
 void CompletionEngine::process() {
+  const bool ownChange = !forceNext_ && isOwnChange();
+  wantsEmoji_ = offerEmoji(ownChange);
+  if (wantsEmoji_) return;
   if (auto reason = blockedReason()) return block(*reason);
   if (alternatives_.fits(*snapshot_)) return;
-  const bool ownChange = !forceNext_ && isOwnChange();
   const bool hadSuggestion = suggestion_.has_value();
   if (keepInStep(ownChange)) return;
   cancelWork();
@@ -196,14 +215,40 @@ bool CompletionEngine::awaitGrowth() {
 
 // --- asking for a suggestion ---
 
+// Whether what stands before the caret asks for an emoji; nothing else is offered then.
+bool CompletionEngine::offerEmoji(bool ownChange) {
+  const bool quiet = ownChange || forceNext_ || isSuppressed() || alternatives_.fits(*snapshot_) ||
+                     emojiGate(*snapshot_, gateState());
+  if (quiet) return emoji_.hide(), false;
+  if (offerEmoticon()) return true;
+  if (!emoji_.follow(*snapshot_, s_.screens.mainHeight())) return false;
+  forgetSuggestion();
+  cancelWork();
+  if (!emoji_.canChoose()) setStatus({});
+  return true;
+}
+
+bool CompletionEngine::offerEmoticon() {
+  const auto swap = emoticonSwap(*snapshot_, s_.prefs);
+  if (!swap) return false;
+  if (wantsEmoji_ && pendingFix_ && pendingFix_->before == snapshot_->before) return true;
+  forgetShown();
+  if (!offer({snapshot_->before, swap->replaced, swap->emoji})) return false;
+  cancelWork();
+  return true;
+}
+
 bool CompletionEngine::offerFix() {
   if (!s_.prefs.suggestFixes.get() || forceNext_) return false;
   const auto fix = s_.typo.fix(snapshot_->before);
-  if (!fix) return false;
-  auto content = ghostContent(*snapshot_, GhostContent::Kind::correction, fix->correction, s_.prefs,
+  return fix && offer({snapshot_->before, fix->word, fix->correction});
+}
+
+bool CompletionEngine::offer(Fix fix) {
+  auto content = ghostContent(*snapshot_, GhostContent::Kind::correction, fix.replacement, s_.prefs,
                               s_.screens.mainHeight());
   if (!content) return false;
-  pendingFix_ = Fix{snapshot_->before, fix->word, fix->correction};
+  pendingFix_ = std::move(fix);
   s_.ghost.present(*content);
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::showing, {}});
@@ -377,6 +422,13 @@ void CompletionEngine::checkLag() {
 }
 
 void CompletionEngine::forgetShown() {
+  wantsEmoji_ = false;
+  emoji_.hide();
+  forgetSuggestion();
+}
+
+// All but the emoji picker.
+void CompletionEngine::forgetSuggestion() {
   const bool wasShowing = suggestion_ || pendingFix_ || alternatives_.isOpen();
   suggestion_.reset();
   pendingFix_.reset();
@@ -397,7 +449,9 @@ void CompletionEngine::cancelWork() {
 
 void CompletionEngine::dismiss() {
   forceNext_ = false;
-  forgetShown();
+  wantsEmoji_ = false;
+  emoji_.dismiss();
+  forgetSuggestion();
   cancelWork();
   if (status_.state != Status::Case::blocked) setStatus({});
 }
@@ -415,6 +469,8 @@ void CompletionEngine::reached(Stage stage) const {
 // --- keys and commands ---
 
 std::vector<KeyCombo> CompletionEngine::takeableKeys() const {
+  if (emoji_.isShown())
+    return pickerKeys(s_.prefs, decision_.tabAccepts, emoji_.canChoose(), emoji_.pickerAcceptsReturn());
   if (!isShowing()) return {};
   std::vector<KeyCombo> keys = shownKeys(s_.prefs, decision_.tabAccepts);
   if (!alternatives_.isOpen()) return keys;
@@ -427,6 +483,11 @@ bool CompletionEngine::keyPressed(const KeyPress& press) {
   if (const auto step = rowStep(press.combo()); step && alternatives_.isOpen()) {
     alternatives_.moveSelection(*step);
     return true;
+  }
+  if (emoji_.canChoose()) {
+    if (const auto step = rowStep(press.combo())) return emoji_.moveSelection(*step), true;
+    if (isPick(press.combo(), s_.prefs, decision_.tabAccepts, emoji_.pickerAcceptsReturn()))
+      return takeEmoji();
   }
   switch (commandFor(press, s_.prefs, decision_.tabAccepts)) {
     case KeyCommand::acceptNext:
@@ -516,9 +577,22 @@ void CompletionEngine::takeFix() {
   const Fix fix = *pendingFix_;
   forgetShown();
   setStatus({});
+  swapIn(fix);
+}
+
+void CompletionEngine::swapIn(const Fix& fix) {
   if (!source_ || snapshot_->before != fix.before) return;
   source_->deleteBackwards(static_cast<int>(text::characterCount(fix.word)));
   insert(fix.replacement);
+}
+
+bool CompletionEngine::takeEmoji() {
+  const auto swap = emoji_.choice();
+  if (!swap) return false;
+  forgetShown();
+  setStatus({});
+  swapIn({snapshot_->before, swap->replaced, swap->emoji});
+  return true;
 }
 
 void CompletionEngine::showAlternatives() {

@@ -6,6 +6,7 @@
 
 #include "core/completion/alternatives_session.h"
 #include "core/completion/context_cache.h"
+#include "core/completion/emoji_offer.h"
 #include "core/completion/example_cache.h"
 #include "core/completion/field_session.h"
 #include "core/completion/gates.h"
@@ -45,6 +46,8 @@ class CompletionEngine {
     TypoChecker& typo;
     GhostPresenter& ghost;
     AlternativesPanel& alternatives;
+    EmojiIndex& emoji;
+    EmojiPickerPanel& emojiPicker;
     const Screens& screens;
     const FontMetrics& metrics;
     const SecureInput& secureInput;
@@ -99,7 +102,8 @@ class CompletionEngine {
   FieldSession& session() { return session_; }
   const LastGeneration& lastGeneration() const { return last_; }
   bool isShowing() const {
-    return pendingFix_ || alternatives_.isOpen() || (suggestion_ && !suggestion_->remaining().empty());
+    return pendingFix_ || alternatives_.isOpen() || emoji_.isShown() ||
+           (suggestion_ && !suggestion_->remaining().empty());
   }
   // Whether the engine asked last shows its text while it writes.
   bool streaming() const { return streaming_; }
@@ -145,6 +149,7 @@ class CompletionEngine {
   void sourceChanged();
   void reconsider();
   std::optional<std::string> blockedReason();
+  GateState gateState();
   void process();
   void block(std::string reason);
   bool isOwnChange() const;
@@ -152,7 +157,10 @@ class CompletionEngine {
   bool isSuppressed() const;
   bool keepInStep(bool ownChange);
   bool awaitGrowth();
+  bool offerEmoji(bool ownChange);
+  bool offerEmoticon();
   bool offerFix();
+  bool offer(Fix fix);
   void correctionFound();
   bool holdTypo();
   void schedule();
@@ -172,9 +180,12 @@ class CompletionEngine {
   void recordArrival();
   void recordAccept(const std::string& text);
   void takeFix();
+  void swapIn(const Fix& fix);
+  bool takeEmoji();
   bool takeAlternative();
   void readAgain(std::size_t attempt);
   void forgetShown();
+  void forgetSuggestion();
   void cancelWork();
   void setStatus(Status status);
   void reached(Stage stage) const;
@@ -189,6 +200,8 @@ class CompletionEngine {
   std::optional<Suggestion> suggestion_;
   std::optional<Fix> pendingFix_;
   AlternativesSession alternatives_;
+  EmojiOffer emoji_;
+  bool wantsEmoji_ = false;  // the text before the caret asks for one
   std::optional<Injection> lastInjection_;
   std::optional<Suppression> suppressed_;
   std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it

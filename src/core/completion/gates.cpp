@@ -8,6 +8,7 @@ namespace {
 
 constexpr double smallestWidth = 140, smallestHeight = 15;  // points
 constexpr std::size_t fewestCharacters = 3;
+constexpr const char *selectionText = "Text is selected", *smallFieldText = "This field is too small";
 
 std::optional<std::string> appGate(const FieldSnapshot& snapshot, const GateState& state) {
   if (!state.isEnabled) return "Nimbletype is turned off";
@@ -37,10 +38,10 @@ std::string onDemandText(const std::optional<KeyCombo>& triggerKey) {
 }
 
 std::optional<std::string> fieldGate(const FieldSnapshot& snapshot, const GateState& state) {
-  if (snapshot.selectionLength >= 1) return "Text is selected";
+  if (snapshot.selectionLength >= 1) return selectionText;
   if (!state.completeInsideText && !text::isBlank(snapshot.restOfLine()))
     return "The caret is inside existing text";
-  if (!state.ignoreSmallFields && isTooSmall(snapshot)) return "This field is too small";
+  if (!state.ignoreSmallFields && isTooSmall(snapshot)) return smallFieldText;
   if (hasFewCharacters(snapshot)) return "Waiting for a few characters";
   if (startsUnannouncedLine(snapshot)) return "Start of a new line";
   if (state.onDemand && !state.forced) return onDemandText(state.triggerKey);
@@ -52,6 +53,13 @@ std::optional<std::string> fieldGate(const FieldSnapshot& snapshot, const GateSt
 std::optional<std::string> firstGate(const FieldSnapshot& snapshot, const GateState& state) {
   if (auto reason = appGate(snapshot, state)) return reason;
   return fieldGate(snapshot, state);
+}
+
+std::optional<std::string> emojiGate(const FieldSnapshot& snapshot, const GateState& state) {
+  if (auto reason = appGate(snapshot, state)) return reason;
+  if (snapshot.selectionLength >= 1) return selectionText;
+  if (!state.ignoreSmallFields && isTooSmall(snapshot)) return smallFieldText;
+  return std::nullopt;
 }
 
 }  // namespace nimbletype

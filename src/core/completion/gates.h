@@ -23,4 +23,8 @@ struct GateState {
 // The text of the first gate that forbids a suggestion here; none when one may be made.
 std::optional<std::string> firstGate(const FieldSnapshot& snapshot, const GateState& state);
 
+// The same for an emoji, which is asked for by what is typed: it may come in a short text, inside a line, and
+// where suggestions come on demand.
+std::optional<std::string> emojiGate(const FieldSnapshot& snapshot, const GateState& state);
+
 }  // namespace nimbletype

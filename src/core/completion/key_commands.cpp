@@ -3,7 +3,8 @@
 namespace nimbletype {
 namespace {
 
-constexpr KeyCombo escapeKey{key::escape, {}}, upKey{key::upArrow, {}}, downKey{key::downArrow, {}};
+constexpr KeyCombo escapeKey{key::escape, {}}, upKey{key::upArrow, {}}, downKey{key::downArrow, {}},
+    tabKey{key::tab, {}}, returnKey{key::returnKey, {}};
 
 bool usable(const std::optional<KeyCombo>& combo, bool tabAccepts) {
   return combo && (tabAccepts || combo->keyCode != key::tab);
@@ -32,6 +33,21 @@ std::optional<int> rowStep(const KeyCombo& combo) {
 
 std::vector<KeyCombo> listKeys() {
   return {upKey, downKey};
+}
+
+bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bool returnPicks) {
+  if (combo == returnKey) return returnPicks;
+  return (combo == tabKey || combo == prefs.acceptWordKey.get()) && usable(combo, tabAccepts);
+}
+
+std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool canChoose,
+                                 bool returnPicks) {
+  std::vector<KeyCombo> keys{escapeKey};
+  if (!canChoose) return keys;
+  keys.insert(keys.end(), {upKey, downKey});
+  for (const auto& combo : {std::optional(tabKey), prefs.acceptWordKey.get(), std::optional(returnKey)})
+    if (combo && isPick(*combo, prefs, tabAccepts, returnPicks)) keys.push_back(*combo);
+  return keys;
 }
 
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {

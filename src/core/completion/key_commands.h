@@ -25,6 +25,11 @@ KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabA
 std::optional<int> rowStep(const KeyCombo& combo);
 std::vector<KeyCombo> listKeys();
 
+// Whether a key picks from the emoji list: Tab or the key that takes the next word, and Return where it may.
+bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bool returnPicks);
+// The keys of the emoji list; Escape alone while there is nothing to choose from.
+std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool canChoose, bool returnPicks);
+
 // The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);
 std::vector<KeyCombo> shortcutKeys(const Preferences& prefs);

@@ -1,0 +1,81 @@
+#include "overlay/emoji_picker_panel.h"
+
+#include <cmath>
+
+namespace nimbletype {
+namespace {
+
+constexpr ListShape shape{.width = 320, .rowHeight = 28};
+
+std::string_view withoutColons(std::string_view replacing) {
+  if (replacing.starts_with(':')) replacing.remove_prefix(1);
+  if (replacing.ends_with(':')) replacing.remove_suffix(1);
+  return replacing;
+}
+
+std::optional<std::string> noteFor(const EmojiPickerModel& model) {
+  if (!model.items.empty()) return std::nullopt;
+  return noEmojiText(withoutColons(model.replacing));
+}
+
+bool isFurtherAlong(const BottomLeftRect& caret, const BottomLeftRect& line) {
+  return caret.x >= line.x && std::abs(caret.y - line.y) < line.height / 2;
+}
+
+}  // namespace
+
+std::string noEmojiText(std::string_view query) {
+  return "No emoji match “" + std::string(query) + "”";
+}
+
+void EmojiPickerPanel::show(std::vector<EmojiItem> items, std::string replacing,
+                            const BottomLeftRect& caret) {
+  EmojiPickerModel next{std::move(items), 0, std::move(replacing)};
+  if (model_ && model_->items == next.items && model_->replacing == next.replacing)
+    next.selected = model_->selected;
+  const bool isSame = model_ == next;
+  if (isSame && isFurtherAlong(caret, caret_)) return;
+  anchor(caret);
+  model_ = std::move(next);
+  draw();
+  if (changed_ && !isSame) changed_();
+}
+
+// The background is looked at before the list covers it.
+void EmojiPickerPanel::anchor(const BottomLeftRect& caret) {
+  if (model_ && isFurtherAlong(caret, caret_)) return;
+  caret_ = caret;
+  dark_ = ports_.screens.isDarkAt(caret);
+}
+
+void EmojiPickerPanel::moveSelection(int by) {
+  if (!model_ || model_->items.empty()) return;
+  const auto count = static_cast<int>(model_->items.size());
+  const int to = static_cast<int>(model_->selected) + by;
+  model_->selected = static_cast<std::size_t>(((to % count) + count) % count);
+  draw();
+  if (changed_) changed_();
+}
+
+void EmojiPickerPanel::dismiss() {
+  if (!model_) return;
+  model_.reset();
+  ports_.surface.hide();
+  if (changed_) changed_();
+}
+
+std::optional<std::string> EmojiPickerPanel::choose() const {
+  if (!model_ || model_->items.empty()) return std::nullopt;
+  return model_->items[model_->selected].emoji;
+}
+
+void EmojiPickerPanel::draw() {
+  std::vector<ListRow> rows;
+  for (const EmojiItem& item : model_->items) rows.push_back({item.name, item.emoji});
+  const auto note = noteFor(*model_);
+  const BottomLeftRect frame = listFrame(caret_, rows.size() + (note ? 1 : 0), shape, ports_.screens.all());
+  ports_.surface.show(
+      drawList(frame, shape, {rows, model_->selected, note}, listColors(dark_), ports_.metrics));
+}
+
+}  // namespace nimbletype

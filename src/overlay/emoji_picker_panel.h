@@ -1,0 +1,62 @@
+#pragma once
+#include <functional>
+#include <optional>
+
+#include "overlay/emoji_index.h"
+#include "overlay/list_draw.h"
+
+namespace nimbletype {
+
+// The emoji offered in place of a colon and a word.
+struct EmojiPickerModel {
+  static constexpr std::size_t screenful = 8;  // rows at most
+
+  std::vector<EmojiItem> items;
+  std::size_t selected = 0;
+  std::string replacing;  // the text before the caret that the chosen one replaces
+  bool operator==(const EmojiPickerModel&) const = default;
+};
+
+// What is said of a word after a colon that no emoji has.
+std::string noEmojiText(std::string_view query);
+
+// The list of emoji under the caret. It never has the focus; keys reach it through the engine.
+class EmojiPickerPanel {
+ public:
+  struct Ports {
+    OverlaySurface& surface;
+    const Screens& screens;
+    const FontMetrics& metrics;
+  };
+
+  explicit EmojiPickerPanel(Ports ports) : ports_(ports) {}
+
+  // `caret` in screen points, origin at the bottom left. A list other than the one shown starts at its first
+  // row; without items it says that nothing matches. The panel stays where it opened while the caret moves on
+  // along its line.
+  void show(std::vector<EmojiItem> items, std::string replacing, const BottomLeftRect& caret);
+  // By one row, from the last to the first and back.
+  void moveSelection(int by);
+  void dismiss();
+
+  bool isVisible() const { return model_.has_value(); }
+  // None while hidden.
+  const std::optional<EmojiPickerModel>& model() const { return model_; }
+  // The highlighted emoji; none while there is nothing to choose from.
+  std::optional<std::string> choose() const;
+
+  // Called when rows or highlight have changed, and when it is hidden.
+  void onChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+ private:
+  void anchor(const BottomLeftRect& caret);
+  void draw();
+
+  Ports ports_;
+  std::optional<EmojiPickerModel> model_;
+  BottomLeftRect caret_;
+  bool dark_ = false;
+  std::function<void()> changed_;
+};
+
+}  // namespace nimbletype
