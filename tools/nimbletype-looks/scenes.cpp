@@ -18,6 +18,10 @@ constexpr const char* otherRests =
 constexpr EditorLook dark{.dark = true}, doubled{.scale = 2}, darkDoubled{.dark = true, .scale = 2};
 constexpr const char* tinted = R"("ghostStyle":"tinted")";
 constexpr const char* hinted = R"("showKeyHint":true)";
+constexpr const char* party = "See you at the :ha";
+constexpr const char* noParty = "See you at the :partq";
+constexpr const char* smile = "See you at the party :)";
+constexpr const char* toned = R"("skinTone":3,"includeNeutralTone":true)";
 constexpr const char* fixing = R"("suggestFixes":true)";
 
 constexpr std::array scenes{
@@ -135,6 +139,12 @@ constexpr std::array scenes{
                .suggestion = longRest,
                .linesBefore = 4,
                .y = 715},
+    PhotoScene{.name = "gtk-emoji", .editor = "mousepad", .text = party, .suggestion = "", .settings = toned},
+    PhotoScene{
+        .name = "qt-emoji-dark", .editor = "featherpad", .text = party, .suggestion = "", .look = dark},
+    PhotoScene{.name = "page-emoji", .editor = "chromium", .height = 260, .text = party, .suggestion = ""},
+    PhotoScene{.name = "gtk-no-emoji", .editor = "mousepad", .text = noParty, .suggestion = ""},
+    PhotoScene{.name = "gtk-emoticon", .editor = "mousepad", .text = smile, .suggestion = ""},
     PhotoScene{
         .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
 };
