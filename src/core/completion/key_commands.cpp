@@ -34,6 +34,12 @@ std::vector<KeyCombo> listKeys() {
   return {upKey, downKey};
 }
 
+std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts) {
+  for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})
+    if (usable(combo, tabAccepts)) return combo;
+  return std::nullopt;
+}
+
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {
   std::vector<KeyCombo> keys{escapeKey};
   for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})

@@ -25,6 +25,9 @@ KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabA
 std::optional<int> rowStep(const KeyCombo& combo);
 std::vector<KeyCombo> listKeys();
 
+// The key to tell newcomers of: the first that takes something of a suggestion; none where no key does.
+std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts);
+
 // The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);
 std::vector<KeyCombo> shortcutKeys(const Preferences& prefs);
