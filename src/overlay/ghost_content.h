@@ -20,6 +20,7 @@ struct GhostContent {
   std::optional<std::string> fontName;
   bool allowWrap = true;
   bool hint = false;
+  std::string hintLabel;  // what the keycap says: the name of a key that takes the suggestion
   bool tinted = false;
   double verticalNudge = 0;
   bool anchored = false;

@@ -28,11 +28,11 @@ void GhostPanel::present(const GhostContent& content) {
   // A caret without a height is an application's way of not knowing where it is.
   if (content.text.empty() || content.caretRect.height <= 0) return hide();
   const GhostArea area = ghostArea(content, ports_.screens.all());
-  layout_ = layoutGhost(content, fittedFont(content), area, hintLabel_, ports_.metrics);
+  layout_ = layoutGhost(content, fittedFont(content), area, content.hintLabel, ports_.metrics);
   content_ = content;
   if (layout_->container) ports_.log.log("overlay", boxLine(content, *layout_, area));
   const GhostColors colors = ghostColors(content.tinted, ports_.screens.isDarkAt(startOfText(*layout_)));
-  ports_.surface.show(drawGhost(*layout_, colors, hintLabel_, ports_.metrics));
+  ports_.surface.show(drawGhost(*layout_, colors, content.hintLabel, ports_.metrics));
 }
 
 void GhostPanel::hide() {

@@ -23,9 +23,6 @@ class GhostPanel final : public GhostPresenter {
   void present(const GhostContent& content) override;
   void hide() override;
 
-  // What the keycap says: the name of the key that takes the suggestion.
-  void setHintLabel(std::string label) { hintLabel_ = std::move(label); }
-
   // What is on screen; none while hidden.
   const std::optional<GhostContent>& content() const { return content_; }
   const std::optional<GhostLayout>& layout() const { return layout_; }
@@ -41,7 +38,6 @@ class GhostPanel final : public GhostPresenter {
   FontSpec fittedFont(const GhostContent& content);
 
   Ports ports_;
-  std::string hintLabel_ = "tab";
   std::optional<GhostContent> content_;
   std::optional<GhostLayout> layout_;
   std::optional<KnownFit> lastFit_;

@@ -68,6 +68,27 @@ TEST_F(EngineTest, FastPressesNeverTakeAWordTwice) {
   EXPECT_FALSE(engine.acceptNext());
 }
 
+TEST_F(EngineTest, TheKeycapNamesAKeyThatTakesTheSuggestionUntilItIsKnown) {
+  struct Case {
+    OptionalKeyCombo word, all;
+    std::string label;  // empty: no keycap
+  };
+  const KeyCombo tab{key::tab, {}}, above{key::aboveTab, {}};
+  const Case cases[] = {{tab, above, "Tab"}, {std::nullopt, above, "`"}, {std::nullopt, std::nullopt, ""}};
+  for (const Case& c : cases) {
+    prefs.acceptWordKey.set(c.word);
+    prefs.acceptAllKey.set(c.all);
+    suggest("Text for " + c.label, " you");
+    ASSERT_TRUE(ghost.shown) << c.label;
+    EXPECT_EQ(ghost.shown->hint ? ghost.shown->hintLabel : "", c.label);
+  }
+  EXPECT_EQ(prefs.keyHintsShown.get(), 2) << "one was not shown";
+  prefs.acceptWordKey.set(tab);
+  prefs.keyHintsShown.set(5);
+  suggest("Later", " on");
+  EXPECT_FALSE(ghost.shown->hint);
+}
+
 TEST_F(EngineTest, AnInsertionThatNeverArrivedCanBeTakenAgain) {
   suggest("This", " is how");
   engine.acceptNext();

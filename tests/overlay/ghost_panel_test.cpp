@@ -70,7 +70,7 @@ TEST_F(GhostPanelTest, PlacesNothingWithoutTextOrCaret) {
 TEST_F(GhostPanelTest, DrawsInTheFramesOwnSpace) {
   content.text = "one two three four five six";
   content.hint = true;
-  panel.setHintLabel("tab");
+  content.hintLabel = "tab";
   panel.present(content);
   ASSERT_TRUE(surface.shown);
   EXPECT_THAT(surface.texts(), ElementsAre("one two three ", "four five six", "tab"));

@@ -2,7 +2,6 @@
 
 #include "core/rules/built_in_lists.h"
 #include "engines/engine_set.h"
-#include "input/key_combo_display.h"
 
 namespace nimbletype {
 AppModel::AppModel(Ports ports)
@@ -42,10 +41,6 @@ AppModel::AppModel(Ports ports)
     return front && front->isTerminal;
   });
   context_.onChange([this] { engine_.contextChanged(); });
-  const auto showHintLabel = [this] {
-    if (const auto& combo = prefs_.acceptWordKey.get()) ghost_.setHintLabel(displayName(*combo));
-  };
-  showHintLabel();
   modelPhase_ = modelStore_.observe([this] {
     if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
   });
@@ -53,7 +48,6 @@ AppModel::AppModel(Ports ports)
     const bool isPaused = memory_.state().state == MemoryState::Case::paused;
     if (prefs_.memoryEnabled.get() && isPaused) memory_.retry();
   });
-  hintLabel_ = prefs_.acceptWordKey.observe(showHintLabel);
 }
 
 // Neither terminals nor password managers. Where the user wants no suggestions at all, nothing is read for

@@ -128,7 +128,7 @@ class AppModel {
   KeyRouter keys_;
   Permissions permissions_;
   SystemWideWatch watch_;
-  Task hintLabel_, modelPhase_, memorySwitch_;
+  Task modelPhase_, memorySwitch_;
 };
 
 }  // namespace nimbletype

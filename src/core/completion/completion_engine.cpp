@@ -10,6 +10,7 @@
 #include "core/completion/present_log.h"
 #include "core/completion/request_builder.h"
 #include "core/prompt/reply_cleaning.h"
+#include "input/key_combo_display.h"
 #include "text/text.h"
 
 namespace nimbletype {
@@ -379,7 +380,8 @@ void CompletionEngine::settle() {
 
 void CompletionEngine::showSuggestion(Suggestion suggestion) {
   suggestion_ = std::move(suggestion);
-  hintForSuggestion_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit;
+  hintForSuggestion_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit &&
+                       hintKey(s_.prefs, decision_.tabAccepts);
   if (!presentRemaining()) return;
   s_.stats.recordShown(s_.loop.wallNow());
   if (hintForSuggestion_) s_.prefs.keyHintsShown.set(s_.prefs.keyHintsShown.get() + 1);
@@ -403,7 +405,10 @@ bool CompletionEngine::presentRemaining() {
     setStatus(Status::failed(noCaret));
     return false;
   }
-  content->hint = hintForSuggestion_;
+  if (const auto key = hintKey(s_.prefs, decision_.tabAccepts); key && hintForSuggestion_) {
+    content->hint = true;
+    content->hintLabel = displayName(*key);
+  }
   s_.log.log(logCategory, presentLogLine(*content, snapshot_->before));
   s_.ghost.present(advance_.follow(std::move(*content)));
   if (advance_.lagSuspect()) checkLag();

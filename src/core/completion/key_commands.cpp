@@ -50,6 +50,12 @@ std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool
   return keys;
 }
 
+std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts) {
+  for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})
+    if (usable(combo, tabAccepts)) return combo;
+  return std::nullopt;
+}
+
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {
   std::vector<KeyCombo> keys{escapeKey};
   for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})

@@ -30,6 +30,9 @@ bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bo
 // The keys of the emoji list; Escape alone while there is nothing to choose from.
 std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool canChoose, bool returnPicks);
 
+// The key to tell newcomers of: the first that takes something of a suggestion; none where no key does.
+std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts);
+
 // The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);
 std::vector<KeyCombo> shortcutKeys(const Preferences& prefs);
