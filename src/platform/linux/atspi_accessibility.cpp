@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <list>
 
+#include "platform/linux/atspi_late_layout.h"
 #include "platform/linux/atspi_reader.h"
 #include "platform/linux/atspi_writing.h"
 
@@ -15,6 +16,7 @@ class AtspiAccessibility::Impl {
   explicit Impl(double fontDotsPerInch)
       : focus_(bus_),
         reader_(bus_, focus_, fontDotsPerInch),
+        lateLayout_([this](const AtspiRef& text) { changed(text); }),
         events_(bus_, [this](const AtspiEvent& e) { heard(e); }) {}
 
   struct Observer {
@@ -31,11 +33,13 @@ class AtspiAccessibility::Impl {
 
   AtspiBus& bus() { return bus_; }
   AtspiReader& reader() { return reader_; }
+  AtspiLateLayout& lateLayout() { return lateLayout_; }
   Observers& observers() { return observers_; }
   Watches& watches() { return watches_; }
 
  private:
   void heard(const AtspiEvent& event);
+  void changed(const AtspiRef& text);
   void tell(std::int64_t process, std::string_view name, const AtspiRef& element);
 
   AtspiBus bus_;
@@ -43,6 +47,7 @@ class AtspiAccessibility::Impl {
   AtspiReader reader_;
   Observers observers_;
   Watches watches_;
+  AtspiLateLayout lateLayout_;
   AtspiEvents events_;  // last: nothing arrives before the rest is there
 };
 
@@ -65,6 +70,12 @@ void AtspiAccessibility::Impl::heard(const AtspiEvent& event) {
   if (event.kind == Kind::textChanged) tell(*process, "AXValueChanged", event.source);
   if (event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged)
     tell(*process, "AXSelectedTextChanged", event.source);
+}
+
+void AtspiAccessibility::Impl::changed(const AtspiRef& text) {
+  const auto watched =
+      std::ranges::find_if(watches_, [&](const auto& w) { return sameObject(w->element, text); });
+  if (watched != watches_.end()) tell((*watched)->process, "AXValueChanged", text);
 }
 
 // Observers may come and go while they are told.
@@ -105,7 +116,9 @@ std::vector<AttributeValue> AtspiAccessibility::readWithin(double seconds, const
                                                            std::span<const AttributeRead> reads) {
   const AtspiRef object = atspiRef(element);
   if (!object || !impl_->bus().isOpen()) return std::vector<AttributeValue>(reads.size());
-  return impl_->reader().read(object, reads, Deadline::in(seconds));
+  auto values = impl_->reader().read(object, reads, Deadline::in(seconds));
+  if (const auto found = impl_->reader().foundBoxes()) impl_->lateLayout().answered(object, *found);
+  return values;
 }
 
 bool AtspiAccessibility::write(const ObjectRef& element, std::string_view attribute,

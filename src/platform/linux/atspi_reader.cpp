@@ -171,8 +171,19 @@ std::vector<AttributeValue> AtspiReader::read(const AtspiRef& element, std::span
   Values values(reads.size());
   readPlain(element, reads, deadline, values);
   readInText(element, reads, deadline, values);
+  noteBoxes(reads, values);
   shift(element, deadline, values);
   return values;
+}
+
+void AtspiReader::noteBoxes(std::span<const AttributeRead> reads, const Values& values) {
+  foundBoxes_.reset();
+  if (!toolkit_.hasPages) return;
+  for (std::size_t i = 0; i < reads.size(); ++i) {
+    if (reads[i].attribute != boundsForRange) continue;
+    const auto* box = std::get_if<TopLeftRect>(&values[i]);
+    foundBoxes_ = foundBoxes_.value_or(false) || (box && box->height > 0);
+  }
 }
 
 void AtspiReader::shift(const AtspiRef& element, Deadline deadline, Values& values) {

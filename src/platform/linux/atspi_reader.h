@@ -23,6 +23,8 @@ class AtspiReader {
                                    Deadline deadline);
   // The element's text or caret may have changed.
   void forget(const AtspiRef& element);
+  // Whether the latest read found any of the boxes it asked a page for; none when it asked for none.
+  std::optional<bool> foundBoxes() const { return foundBoxes_; }
   const AtspiRichReader& richReader() const { return richReader_; }
 
  private:
@@ -34,6 +36,7 @@ class AtspiReader {
   void readInText(const AtspiRef& element, std::span<const AttributeRead> reads, Deadline deadline,
                   Values& values);
   void readInRichText(std::span<const AttributeRead> reads, Deadline deadline, Values& values) const;
+  void noteBoxes(std::span<const AttributeRead> reads, const Values& values);
   void shift(const AtspiRef& element, Deadline deadline, Values& values);
   Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
   Decode askInRichText(DBusBatch& batch, const AttributeRead& read) const;
@@ -50,6 +53,7 @@ class AtspiReader {
   std::optional<AtspiRichText> rich_;  // what that text is put together from
   AtspiToolkit toolkit_;               // of that element's application
   AtspiFlatLines flatLines_;
+  std::optional<bool> foundBoxes_;
 };
 
 }  // namespace nimbletype

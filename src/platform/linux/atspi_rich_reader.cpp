@@ -45,30 +45,30 @@ std::int64_t objectsIn(std::u32string_view text) {
 
 // The calls about one element, and their answers.
 struct NodeReading {
-  DBusBatch::Id text, role;
-  struct Position {
-    DBusBatch::Id caret, selections, selection;
+  DBusBatch::Id text, caret, role;
+  struct Selection {
+    DBusBatch::Id count, first;
   };
-  std::optional<Position> position;
+  std::optional<Selection> selection;
 
-  NodeReading(DBusBatch& batch, const AtspiRef& element, bool asksPosition)
+  // Text and caret are asked for at once, so that they agree while somebody types.
+  NodeReading(DBusBatch& batch, const AtspiRef& element, bool asksSelection)
       : text(askText(batch, element, "GetText", g_variant_new("(ii)", 0, -1))),
+        caret(batch.property(element->bus(), element->path(), atspi::textInterface, "CaretOffset")),
         role(batch.call({element->bus(), element->path(), atspi::accessible, "GetRole", nullptr})) {
-    if (asksPosition)
-      position = {batch.property(element->bus(), element->path(), atspi::textInterface, "CaretOffset"),
-                  askText(batch, element, "GetNSelections", nullptr),
-                  askText(batch, element, "GetSelection", g_variant_new("(i)", 0))};
+    if (asksSelection)
+      selection = {askText(batch, element, "GetNSelections", nullptr),
+                   askText(batch, element, "GetSelection", g_variant_new("(i)", 0))};
   }
 
   void answer(const DBusBatch& batch, RichTextNode& node) const {
     node.text = toUtf32(stringOf(childOf(batch.reply(text), 0).get()));
     node.isBlock = std::ranges::find(inlineRoles, atspi::roleOf(batch.reply(role))) == inlineRoles.end();
-    if (!position) return;
-    GVariant* at = batch.reply(position->caret);
+    GVariant* at = batch.reply(caret);
     node.caret = at && g_variant_is_of_type(at, G_VARIANT_TYPE_INT32) ? g_variant_get_int32(at) : -1;
-    if (numberOf(childOf(batch.reply(position->selections), 0), 0) == 0) return;
-    const auto from = numberOf(childOf(batch.reply(position->selection), 0), -1);
-    const auto to = numberOf(childOf(batch.reply(position->selection), 1), -1);
+    if (!selection || numberOf(childOf(batch.reply(selection->count), 0), 0) == 0) return;
+    const auto from = numberOf(childOf(batch.reply(selection->first), 0), -1);
+    const auto to = numberOf(childOf(batch.reply(selection->first), 1), -1);
     node.selectionStart = std::min(from, to);
     node.selectionEnd = std::max(from, to);
   }
@@ -116,17 +116,18 @@ bool AtspiRichReader::looksRich(const AtspiRef& element, Deadline deadline) {
 std::optional<AtspiRichText> AtspiRichReader::read(const AtspiTextPosition& at, Deadline deadline) {
   if (!at.hasCaret) return std::nullopt;
   if (known_.size() > mostKnown) known_.clear();
-  RichTextNode root{.element = at.element, .text = {}, .caret = at.start, .children = {}};
+  RichTextNode root{.element = at.element, .text = {}, .children = {}};
   if (at.end > at.start) {
     root.selectionStart = at.start;
     root.selectionEnd = at.end;
   }
   Level level{&root};
   for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
-    ask(level, deadline);
+    ask(level, depth > 0 && selects(root), deadline);
     askChildren(level, deadline);
     level = descend(level);
   }
+  if (root.caret < 0) return std::nullopt;
   return AtspiRichText(root);
 }
 
@@ -135,11 +136,11 @@ void AtspiRichReader::forget(const AtspiRef& element) {
 }
 
 // A node that has its text already is known well enough.
-void AtspiRichReader::ask(const Level& level, Deadline deadline) {
+void AtspiRichReader::ask(const Level& level, bool asksSelections, Deadline deadline) {
   DBusBatch batch(bus_.connection(), deadline);
   std::vector<std::pair<RichTextNode*, NodeReading>> readings;
   for (RichTextNode* node : level)
-    if (node->text.empty()) readings.emplace_back(node, NodeReading(batch, node->element, node->caret < 0));
+    if (node->text.empty()) readings.emplace_back(node, NodeReading(batch, node->element, asksSelections));
   batch.wait();
   for (auto& [node, reading] : readings) {
     reading.answer(batch, *node);

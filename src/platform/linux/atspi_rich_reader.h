@@ -39,7 +39,7 @@ class AtspiRichReader {
   };
   using Level = std::vector<RichTextNode*>;
 
-  void ask(const Level& level, Deadline deadline);
+  void ask(const Level& level, bool asksSelections, Deadline deadline);
   void askChildren(const Level& level, Deadline deadline);
   std::vector<AtspiRef> withoutStaticText(const std::vector<AtspiRef>& children, Deadline deadline) const;
   Level descend(const Level& level);
