@@ -12,6 +12,7 @@ namespace nimbletype {
 namespace {
 
 constexpr const char* service = "org.freedesktop.secrets";
+constexpr const char* collection = "/org/freedesktop/secrets/collection/login";
 
 class RunningBus {
  public:
@@ -75,9 +76,21 @@ PrivateKeyring::PrivateKeyring() {
 }
 
 void PrivateKeyring::lock() {
-  const char* collection = "/org/freedesktop/secrets/collection/login";
   bus().call(service, "/org/freedesktop/secrets", "org.freedesktop.Secret.Service", "Lock",
              g_variant_new_parsed("([%o],)", collection));
+}
+
+// As if the user had given the password.
+void PrivateKeyring::unlock() {
+  const char* path = "/org/freedesktop/secrets";
+  const auto opened = bus().call(service, path, "org.freedesktop.Secret.Service", "OpenSession",
+                                 g_variant_new_parsed("('plain', <''>)"));
+  const auto session = childOf(opened.get(), 1);
+  bus().call(service, path, "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
+             "UnlockWithMasterPassword",
+             g_variant_new_parsed("(%o, (%o, @ay [], %@ay, 'text/plain'))", collection,
+                                  g_variant_get_string(session.get(), nullptr),
+                                  g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, "password", 8, 1)));
 }
 
 void PrivateKeyring::stop() {

@@ -22,6 +22,7 @@ class PrivateKeyring {
   PrivateKeyring();
 
   void lock();
+  void unlock();
   void stop();  // for good
   pid_t processID() const { return daemon_->processID(); }
 
