@@ -7,9 +7,9 @@
 namespace nimbletype {
 namespace {
 
-const FontSpec rowFont{"", 13}, noteFont{"", 11}, symbolFont{"", 17};
+const FontSpec rowFont{"", 13}, noteFont{"", 11}, symbolFont{"", 20};
 constexpr double plateRadius = 9, highlightRadius = 5, borderWidth = 1;
-constexpr double highlightInset = 5, symbolRoom = 28;
+constexpr double highlightInset = 5, symbolRoom = 32;
 
 constexpr Color grey(double white, double alpha = 1) {
   return {white, white, white, alpha};

@@ -1,6 +1,7 @@
 #include "core/completion/emoji_offer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/rules/built_in_lists.h"
 #include "text/text.h"

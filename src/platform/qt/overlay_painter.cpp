@@ -1,6 +1,7 @@
 #include "platform/qt/overlay_painter.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <cmath>
 
 namespace nimbletype {
@@ -89,6 +90,16 @@ QRegion coveredRegion(const DrawList& list, QtTypesetter& typesetter) {
   QRegion region;
   for (const auto& item : list.items) region += std::visit(ItemCover{list.frame.height, typesetter}, item);
   return region & QRect(0, 0, static_cast<int>(list.frame.width), static_cast<int>(list.frame.height));
+}
+
+QRegion roundedPlate(const DrawList& list) {
+  const auto* plate = list.items.empty() ? nullptr : std::get_if<BoxDraw>(&list.items.front());
+  if (!plate || plate->radius <= 0) return {};
+  const QRectF place = placed(plate->rect, list.frame.height);
+  if (place.size().toSize() != QSizeF(list.frame.width, list.frame.height).toSize()) return {};
+  QPainterPath outline;
+  outline.addRoundedRect(place, plate->radius, plate->radius);
+  return outline.toFillPolygon().toPolygon();
 }
 
 }  // namespace nimbletype

@@ -20,4 +20,7 @@ void paintNothing(QPaintDevice& device);
 // in its direction, where the application's caret stands.
 QRegion coveredRegion(const DrawList& list, QtTypesetter& typesetter);
 
+// The outline of the rounded box that everything else stands on; empty where there is none.
+QRegion roundedPlate(const DrawList& list);
+
 }  // namespace nimbletype

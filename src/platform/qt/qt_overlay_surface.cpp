@@ -39,7 +39,8 @@ class QtOverlaySurface::Window : public QWindow {
     const QRegion covered = transparent ? QRegion() : coveredRegion(list, typesetter_);
     const auto background = transparent ? std::nullopt : std::optional(backgroundUnder(covered, place));
     setGeometry(place);
-    setMask(covered);
+    const QRegion plate = transparent ? QRegion() : roundedPlate(list);
+    setMask(plate.isEmpty() ? covered : plate);
     store_.resize(place.size());
     paint([&](QPaintDevice& device) { paintOverlay(device, list, background, typesetter_); });
     setVisible(true);
