@@ -65,9 +65,9 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };
   engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
+  emojiPicker.onChanged([this] { output.print("emoji", emojiFields(emojiPicker)); });
   alternatives.onChanged([this] { output.print("alternatives", alternativesFields(alternatives)); });
   memory.load();
-  emojiPicker.onChanged([this] { output.print("emoji", emojiFields(emojiPicker)); });
   engine.setSource(field);
   keyTap.start();
 }
