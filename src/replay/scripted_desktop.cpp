@@ -68,7 +68,6 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
   emojiPicker.onChanged([this] { output.print("emoji", emojiFields(emojiPicker)); });
   alternatives.onChanged([this] { output.print("alternatives", alternativesFields(alternatives)); });
   memory.load();
-  emojiPicker.onChanged([this] { output.print("emoji", emojiFields(emojiPicker)); });
   engine.setSource(field);
   keyTap.start();
 }
