@@ -1,7 +1,7 @@
 #pragma once
 #include "core/app/app_model.h"
-#include "platform/linux/absent_on_device_model.h"
 #include "platform/atomic_file.h"
+#include "platform/linux/absent_on_device_model.h"
 #include "platform/linux/atspi_accessibility.h"
 #include "platform/linux/hunspell_spell_checker.h"
 #include "platform/linux/json_defaults_store.h"

@@ -87,16 +87,24 @@ int statusOf(pid_t child) {
 TEST(MemoryFile, IsWholeWheneverTheProgramIsKilled) {
   const TemporaryFolder folder;
   const fs::path path = folder.path / "memory.sealed";
+  const auto start = std::chrono::steady_clock::now();
   ASSERT_TRUE(Writer(path).save(0, passagesOfAFile));
+  const auto twoSaves = 2 * (std::chrono::steady_clock::now() - start);
   std::minstd_rand random(20250307);
+  std::uniform_int_distribution<std::int64_t> anyMoment(0, twoSaves.count());
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
   int last = 0, moved = 0;
   for (int round = 0; round < 300; ++round) {
     const pid_t child = inChild([&] {
       Writer writer(path);
+      if (write(ready[1], "!", 1) != 1) return 1;
       for (int generation = last + 1;; ++generation) writer.save(generation, passagesOfAFile);
       return 0;
     });
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 15'000));
+    char mark = 0;
+    ASSERT_EQ(read(ready[0], &mark, 1), 1);
+    std::this_thread::sleep_for(std::chrono::steady_clock::duration(anyMoment(random)));
     kill(child, SIGKILL);
     ASSERT_TRUE(WIFSIGNALED(statusOf(child)));
     const auto generation = wholeGeneration(path);

@@ -2,8 +2,8 @@
 #include <optional>
 
 #include "desktop.h"
-#include "platform/linux/absent_on_device_model.h"
 #include "platform/atomic_file.h"
+#include "platform/linux/absent_on_device_model.h"
 #include "platform/linux/json_defaults_store.h"
 #include "platform/linux/linux_disk_space.h"
 #include "platform/linux/linux_paths.h"

@@ -105,7 +105,8 @@ AtspiTextPosition AtspiPositionReading::finish(AtspiBus& bus, Deadline deadline,
   at.hasCaret = caret && *caret >= 0 && batch_.reply(count_);
   at.start = at.end = caret.value_or(0);
   if (integerOf(childOf(batch_.reply(selections_), 0).get()).value_or(0) > 0)
-    if (const auto [from, to] = selection(bus, deadline); from < to) std::tie(at.start, at.end) = std::pair(from, to);
+    if (const auto [from, to] = selection(bus, deadline); from < to)
+      std::tie(at.start, at.end) = std::pair(from, to);
   at.unit = bus.toolkit(element_->bus(), deadline).unit;
   if (at.hasCaret && !at.isSecure && at.unit == OffsetUnit::codePoint && extent != Extent::none)
     at.offsets = offsetsFor(bus, at, extent == Extent::all, deadline);
