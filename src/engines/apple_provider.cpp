@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "engines/separate_completions.h"
 #include "text/text.h"
 
 namespace nimbletype {
@@ -50,6 +51,11 @@ Task AppleIntelligenceProvider::status(StatusHandler done) {
     const auto handler = done;
     handler(statusOf(model_.availability()));
   });
+}
+
+Task AppleIntelligenceProvider::alternatives(const CompletionRequest& request, int count, TextsHandler grow,
+                                             AlternativesHandler done) {
+  return separateCompletions(*this, request, count, std::move(grow), std::move(done));
 }
 
 }  // namespace nimbletype

@@ -19,6 +19,8 @@ class AppleIntelligenceProvider : public CompletionProvider {
   [[nodiscard]] Task complete(const CompletionRequest& request, PartialHandler grow,
                               ResultHandler done) override;
   [[nodiscard]] Task status(StatusHandler done) override;
+  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
+                                  AlternativesHandler done) override;
 
  private:
   OnDeviceModel& model_;

@@ -52,7 +52,8 @@ Task BuiltInProvider::prepare(const CompletionRequest& request, ResultHandler do
   return complete(evaluateOnly, {}, std::move(done));
 }
 
-Task BuiltInProvider::alternatives(const CompletionRequest& request, int count, AlternativesHandler done) {
+Task BuiltInProvider::alternatives(const CompletionRequest& request, int count, TextsHandler,
+                                   AlternativesHandler done) {
   return submit(request, std::max(count, 2), {},
                 [done = std::move(done)](auto result) { done(mapped(std::move(result), candidatesOf)); });
 }

@@ -22,7 +22,7 @@ class BuiltInProvider : public CompletionProvider {
                               ResultHandler done) override;
   [[nodiscard]] Task status(StatusHandler done) override;
   [[nodiscard]] Task prepare(const CompletionRequest& request, ResultHandler done) override;
-  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count,
+  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
                                   AlternativesHandler done) override;
 
  private:

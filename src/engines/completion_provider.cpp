@@ -27,7 +27,7 @@ Task CompletionProvider::prepare(const CompletionRequest&, ResultHandler done) {
   return {};
 }
 
-Task CompletionProvider::alternatives(const CompletionRequest&, int, AlternativesHandler done) {
+Task CompletionProvider::alternatives(const CompletionRequest&, int, TextsHandler, AlternativesHandler done) {
   done({});
   return {};
 }

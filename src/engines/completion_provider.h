@@ -73,8 +73,10 @@ class CompletionProvider {
   // Evaluates the prompt without writing anything, so that the completion that follows starts at once.
   // Engines that cannot do so answer with an empty completion.
   [[nodiscard]] virtual Task prepare(const CompletionRequest& request, ResultHandler done);
-  // Several different continuations; empty for engines that write only one.
-  [[nodiscard]] virtual Task alternatives(const CompletionRequest& request, int count,
+  // Several different continuations; empty for engines that write only one. Engines that write them one after
+  // the other call `grow`, which may be empty, with those there are so far.
+  using TextsHandler = std::function<void(const std::vector<std::string>& textsSoFar)>;
+  [[nodiscard]] virtual Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
                                           AlternativesHandler done);
 };
 

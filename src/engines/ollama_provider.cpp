@@ -48,8 +48,9 @@ Task OllamaProvider::status(StatusHandler done) {
   return steps.task();
 }
 
-Task OllamaProvider::alternatives(const CompletionRequest& request, int count, AlternativesHandler done) {
-  return separateCompletions(*this, request, count, std::move(done));
+Task OllamaProvider::alternatives(const CompletionRequest& request, int count, TextsHandler grow,
+                                  AlternativesHandler done) {
+  return separateCompletions(*this, request, count, std::move(grow), std::move(done));
 }
 
 }  // namespace nimbletype

@@ -20,7 +20,7 @@ class OllamaProvider : public CompletionProvider {
   [[nodiscard]] Task status(StatusHandler done) override;
   // Sorted, capitals first.
   [[nodiscard]] Task models(ModelsHandler done) override;
-  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count,
+  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
                                   AlternativesHandler done) override;
 
  private:

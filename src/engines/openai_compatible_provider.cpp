@@ -66,9 +66,9 @@ Task OpenAICompatibleProvider::status(StatusHandler done) {
   });
 }
 
-Task OpenAICompatibleProvider::alternatives(const CompletionRequest& request, int count,
+Task OpenAICompatibleProvider::alternatives(const CompletionRequest& request, int count, TextsHandler grow,
                                             AlternativesHandler done) {
-  return separateCompletions(*this, request, count, std::move(done));
+  return separateCompletions(*this, request, count, std::move(grow), std::move(done));
 }
 
 }  // namespace nimbletype

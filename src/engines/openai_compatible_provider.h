@@ -23,7 +23,7 @@ class OpenAICompatibleProvider : public CompletionProvider {
   [[nodiscard]] Task status(StatusHandler done) override;
   // In the server's order.
   [[nodiscard]] Task models(ModelsHandler done) override;
-  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count,
+  [[nodiscard]] Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
                                   AlternativesHandler done) override;
 
  private:

@@ -14,13 +14,18 @@ constexpr double daringTemperature = 0.8;
 
 struct Collection {
   std::vector<Task> requests;
-  std::vector<CompletionResult> results;
+  std::vector<CompletionResult> results;  // without a text until they are there
   std::size_t missing;
+  CompletionProvider::TextsHandler grow;
   CompletionProvider::AlternativesHandler done;
 
   void take(std::size_t index, CompletionResult result) {
+    const bool isText = result.has_value();
     results[index] = std::move(result);
-    if (--missing > 0) return;
+    if (--missing > 0) {
+      if (grow && isText) grow(*texts());
+      return;
+    }
     // The handler may destroy this.
     const auto handler = std::move(done);
     handler(texts());
@@ -38,11 +43,13 @@ struct Collection {
 }  // namespace
 
 Task separateCompletions(CompletionProvider& provider, const CompletionRequest& request, int count,
+                         CompletionProvider::TextsHandler grow,
                          CompletionProvider::AlternativesHandler done) {
   const auto wanted = static_cast<std::size_t>(std::max(count, 2));
   const auto collection = std::make_shared<Collection>();
   collection->results.resize(wanted);
   collection->missing = wanted;
+  collection->grow = std::move(grow);
   collection->done = std::move(done);
   auto each = request;
   for (std::size_t i = 0; i < wanted; ++i) {

@@ -7,7 +7,8 @@ namespace nimbletype {
 // first writes what the engine would suggest anyway, the others dare more. Requests that fail are left out as
 // long as one succeeds. `provider` must outlive the task.
 [[nodiscard]] Task separateCompletions(CompletionProvider& provider, const CompletionRequest& request,
-                                       int count, CompletionProvider::AlternativesHandler done);
+                                       int count, CompletionProvider::TextsHandler grow,
+                                       CompletionProvider::AlternativesHandler done);
 
 // The texts that say something, each once.
 std::vector<std::string> distinctTexts(const std::vector<std::string>& texts);

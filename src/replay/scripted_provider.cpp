@@ -76,7 +76,8 @@ Task ScriptedProvider::complete(const CompletionRequest& request, PartialHandler
 }
 
 // A reply that has one text is one candidate.
-Task ScriptedProvider::alternatives(const CompletionRequest& request, int, AlternativesHandler done) {
+Task ScriptedProvider::alternatives(const CompletionRequest& request, int, TextsHandler,
+                                    AlternativesHandler done) {
   print(request);
   return replies_.request([done = std::move(done)](const ScriptedReply& reply) {
     if (!reply.result) return done(std::unexpected(reply.result.error()));

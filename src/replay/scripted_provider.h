@@ -54,7 +54,8 @@ class ScriptedProvider : public CompletionProvider {
   PromptStyle promptStyle() const override;
   Task complete(const CompletionRequest& request, PartialHandler grow, ResultHandler done) override;
   Task status(StatusHandler done) override;
-  Task alternatives(const CompletionRequest& request, int count, AlternativesHandler done) override;
+  Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,
+                    AlternativesHandler done) override;
 
  private:
   void print(const CompletionRequest& request);

@@ -46,7 +46,7 @@ TEST_F(BuiltInProviderTest, WithoutAModelItSaysWhatToDo) {
   EXPECT_EQ(complete(request("Thank you")).error().message,
             "Download the Nimbletype model in Settings first");
   const auto alternatives = answer<std::expected<std::vector<std::string>, ProviderError>>(
-      [&](auto done) { return provider->alternatives(request("Thank you"), 3, done); });
+      [&](auto done) { return provider->alternatives(request("Thank you"), 3, {}, done); });
   EXPECT_EQ(alternatives.error().message, "Download the Nimbletype model in Settings first");
   EXPECT_EQ(answer<ProviderStatus>([&](auto done) { return provider->status(done); }),
             ProviderStatus::problem("Download the model to start"));
@@ -73,7 +73,7 @@ TEST_F(BuiltInProviderTest, PreparationLeavesOneTokenToEvaluate) {
 TEST_F(BuiltInProviderTest, AlternativesAreDifferent) {
   locator.path = starterModel;
   const auto list = answer<std::expected<std::vector<std::string>, ProviderError>>([&](auto done) {
-                      return provider->alternatives(request("Could we meet on"), 4, done);
+                      return provider->alternatives(request("Could we meet on"), 4, {}, done);
                     }).value();
   ASSERT_GE(list.size(), 2U);
   for (std::size_t i = 1; i < list.size(); ++i) EXPECT_NE(list[0], list[i]);

@@ -39,7 +39,7 @@ TEST_F(LlamaServerTest, ListsItsModel) {
 
 TEST_F(LlamaServerTest, OffersAlternatives) {
   const auto texts = answer<Names>(
-      [&](auto done) { return provider.alternatives(request("Could we meet on", 8), 4, done); });
+      [&](auto done) { return provider.alternatives(request("Could we meet on", 8), 4, {}, done); });
   ASSERT_TRUE(texts) << texts.error().message;
   EXPECT_GE(texts->size(), 2U);
 }

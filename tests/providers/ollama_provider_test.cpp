@@ -131,13 +131,21 @@ TEST_F(OllamaProviderTest, AlternativesNeedOneRequestThatSucceeds) {
 TEST_F(OllamaProviderTest, AlternativesEndWithTheirTask) {
   std::optional<Task> task;
   http.willReply(200, R"({"response":"one"})");
-  task = ollama.alternatives(request(), 3, [](const auto&) { FAIL(); });
+  task = ollama.alternatives(request(), 3, {}, [](const auto&) { FAIL(); });
   loop.advance(Milliseconds(0));
   EXPECT_EQ(http.waiting(), 2U);
   task.reset();
   EXPECT_EQ(http.waiting(), 0U);
+  for (const auto* text : {"two", "one", "three"})
+    http.willReply(200, R"({"response":")" + std::string(text) + "\"}");
+  std::vector<std::size_t> counts;
+  task = ollama.alternatives(
+      request(), 3, [&](const auto& soFar) { counts.push_back(soFar.size()); },
+      [&](const auto& all) { counts.push_back(all->size()); });
+  loop.advance(forLong);
+  EXPECT_EQ(counts, (std::vector<std::size_t>{1, 2, 3})) << "as they come";
   int answers = 0;
-  task = ollama.alternatives(request(), 2, [&](const auto&) {
+  task = ollama.alternatives(request(), 2, {}, [&](const auto&) {
     ++answers;
     task.reset();
   });

@@ -41,7 +41,7 @@ class ProviderFixture : public testing::Test {
     return answer<Names>([&](auto done) { return provider.models(done); });
   }
   Names alternatives(CompletionProvider& provider, const CompletionRequest& request, int count) {
-    return answer<Names>([&](auto done) { return provider.alternatives(request, count, done); });
+    return answer<Names>([&](auto done) { return provider.alternatives(request, count, {}, done); });
   }
 
   static CompletionRequest request() {

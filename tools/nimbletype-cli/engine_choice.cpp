@@ -79,7 +79,8 @@ std::expected<std::vector<std::string>, ProviderError> Engines::alternatives(Com
                                                                              const CompletionRequest& request,
                                                                              int count) const {
   using Result = std::expected<std::vector<std::string>, ProviderError>;
-  return awaited<Result>(desktop_, [&](auto done) { return provider.alternatives(request, count, done); });
+  return awaited<Result>(desktop_,
+                         [&](auto done) { return provider.alternatives(request, count, {}, done); });
 }
 
 CompletionResult Engines::complete(CompletionProvider& provider, const CompletionRequest& request) const {

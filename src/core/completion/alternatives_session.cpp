@@ -30,25 +30,30 @@ void AlternativesSession::open(Order order, Told told) {
 void AlternativesSession::ask(double temperature) {
   CompletionRequest request = order_->request;
   request.temperature = temperature;
-  request_ =
-      order_->provider.alternatives(request, asked, [this](auto replies) { take(std::move(replies)); });
+  request_ = order_->provider.alternatives(
+      request, asked, [this](const auto& soFar) { add(soFar); },
+      [this](auto replies) { take(std::move(replies)); });
+}
+
+// Rows that are there keep their places.
+void AlternativesSession::add(const std::vector<std::string>& replies) {
+  std::vector<std::string> items = panel_.model()->items;
+  const std::size_t had = items.size();
+  for (const std::string& reply : replies) items.push_back(order_->clean(reply));
+  items = differentOnes(items);
+  const bool isNews = items.size() > had;
+  panel_.setItems(std::move(items));
+  if (isNews && told_) told_(had == 0 ? News::first : News::more, {});
 }
 
 void AlternativesSession::take(std::expected<std::vector<std::string>, ProviderError> replies) {
   if (!replies) return finish(replies.error().message);
-  std::vector<std::string> items = panel_.model()->items;
-  const std::size_t had = items.size();
-  for (const std::string& reply : *replies) items.push_back(order_->clean(reply));
-  items = differentOnes(items);
-  const bool more = items.size() < enough && !std::exchange(askedAgain_, true) && !replies->empty();
-  const bool isNews = items.size() > had;
-  panel_.setItems(std::move(items));
-  // Asked in a later turn: this one may still be within the first question.
-  if (more)
-    again_ = loop_.after(Milliseconds(0),
-                         [this] { ask(std::max(daringTemperature, order_->request.temperature)); });
-  if (isNews && told_) told_(News::some, {});
-  if (!more) finish("There are no other suggestions here");
+  add(*replies);
+  const bool tooFew = panel_.model()->items.size() < enough && !replies->empty();
+  if (!tooFew || std::exchange(askedAgain_, true)) return finish("There are no other suggestions here");
+  // In a later turn: this one may still be within the first question.
+  again_ =
+      loop_.after(Milliseconds(0), [this] { ask(std::max(daringTemperature, order_->request.temperature)); });
 }
 
 // The reason matters only where nothing came.

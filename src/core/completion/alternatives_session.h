@@ -21,7 +21,7 @@ class AlternativesSession {
     BottomLeftRect caretRect;                                    // screen points, origin at the bottom left
     std::function<std::string(const std::string& reply)> clean;  // empty for what is not to be shown
   };
-  enum class News { some, none };
+  enum class News { first, more, none };
 
   AlternativesSession(MainLoop& loop, AlternativesPanel& panel) : loop_(loop), panel_(panel) {}
 
@@ -41,6 +41,7 @@ class AlternativesSession {
  private:
   void ask(double temperature);
   void take(std::expected<std::vector<std::string>, ProviderError> replies);
+  void add(const std::vector<std::string>& replies);
   void finish(const std::string& reason);
 
   MainLoop& loop_;

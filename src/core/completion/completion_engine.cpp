@@ -618,13 +618,18 @@ void CompletionEngine::showAlternatives() {
     return cleanReply(reply, {before, words, style, {}});
   };
   setStatus({Status::Case::thinking, {}});
-  alternatives_.open({asking->provider, std::move(asking->request), *snapshot_,
-                      flipped(*snapshot_->caretRect, s_.screens.mainHeight()), clean},
-                     [this](AlternativesSession::News news, const std::string& why) {
-                       const bool came = news == AlternativesSession::News::some;
-                       setStatus(came ? Status{Status::Case::showing, {}} : Status::failed(why));
-                     });
+  alternatives_.open(
+      {asking->provider, std::move(asking->request), *snapshot_,
+       flipped(*snapshot_->caretRect, s_.screens.mainHeight()), clean},
+      [this](AlternativesSession::News news, const std::string& why) { othersCame(news, why); });
   if (shownChanged_) shownChanged_();
+}
+
+// However many rows it gets, a list counts as one suggestion shown.
+void CompletionEngine::othersCame(AlternativesSession::News news, const std::string& why) {
+  if (news == AlternativesSession::News::none) return setStatus(Status::failed(why));
+  if (news == AlternativesSession::News::first) s_.stats.recordShown(s_.loop.wallNow());
+  setStatus({Status::Case::showing, {}});
 }
 
 // The key is ours also while there is nothing to choose from yet.

@@ -182,6 +182,7 @@ class CompletionEngine {
   void takeFix();
   void swapIn(const Fix& fix);
   bool takeEmoji();
+  void othersCame(AlternativesSession::News news, const std::string& why);
   bool takeAlternative();
   void readAgain(std::size_t attempt);
   void forgetShown();

@@ -172,7 +172,7 @@ std::vector<AttributeValue> AtspiReader::read(const AtspiRef& element, std::span
   readPlain(element, reads, deadline, values);
   readInText(element, reads, deadline, values);
   noteBoxes(reads, values);
-  shift(element, deadline, values);
+  toPixels(element, deadline, values);
   return values;
 }
 
@@ -186,17 +186,26 @@ void AtspiReader::noteBoxes(std::span<const AttributeRead> reads, const Values& 
   }
 }
 
-void AtspiReader::shift(const AtspiRef& element, Deadline deadline, Values& values) {
+// Places and sizes as the screen has them.
+void AtspiReader::toPixels(const AtspiRef& element, Deadline deadline, Values& values) {
   const auto isBox = [](const AttributeValue& value) {
     const auto* rect = std::get_if<TopLeftRect>(&value);
     return rect && rect->height > 0;
   };
-  if (std::ranges::none_of(values, isBox)) return;
-  const auto [x, y] = shift_.of(element, deadline);
+  const auto isFont = [](const AttributeValue& value) { return std::holds_alternative<TextFont>(value); };
+  const bool hasBox = std::ranges::any_of(values, isBox);
+  if (!hasBox && std::ranges::none_of(values, isFont)) return;
+  const double scale = scale_.of(element, deadline);
+  const auto shift = hasBox ? shift_.of(element, deadline) : AtspiContentShift::Shift{};
   for (AttributeValue& value : values) {
-    if (!isBox(value)) continue;
-    std::get<TopLeftRect>(value).x += x;
-    std::get<TopLeftRect>(value).y += y;
+    if (isBox(value)) {
+      auto& rect = std::get<TopLeftRect>(value);
+      rect = {(rect.x + shift.x) * scale, (rect.y + shift.y) * scale, rect.width * scale,
+              rect.height * scale};
+    } else if (isFont(value)) {
+      auto& size = std::get<TextFont>(value).size;
+      if (size) *size *= scale;
+    }
   }
 }
 

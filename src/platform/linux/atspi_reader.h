@@ -8,6 +8,7 @@
 #include "platform/linux/atspi_flat_lines.h"
 #include "platform/linux/atspi_focus.h"
 #include "platform/linux/atspi_rich_reader.h"
+#include "platform/linux/atspi_scale.h"
 #include "platform/linux/atspi_text.h"
 
 namespace nimbletype {
@@ -17,7 +18,12 @@ namespace nimbletype {
 class AtspiReader {
  public:
   AtspiReader(AtspiBus& bus, AtspiFocus& focus, double fontDotsPerInch)
-      : bus_(bus), focus_(focus), shift_(bus, focus), richReader_(bus), fontDotsPerInch_(fontDotsPerInch) {}
+      : bus_(bus),
+        focus_(focus),
+        shift_(bus, focus),
+        scale_(bus, focus),
+        richReader_(bus),
+        fontDotsPerInch_(fontDotsPerInch) {}
 
   std::vector<AttributeValue> read(const AtspiRef& element, std::span<const AttributeRead> reads,
                                    Deadline deadline);
@@ -37,7 +43,7 @@ class AtspiReader {
                   Values& values);
   void readInRichText(std::span<const AttributeRead> reads, Deadline deadline, Values& values) const;
   void noteBoxes(std::span<const AttributeRead> reads, const Values& values);
-  void shift(const AtspiRef& element, Deadline deadline, Values& values);
+  void toPixels(const AtspiRef& element, Deadline deadline, Values& values);
   Decode askInText(DBusBatch& batch, const AttributeRead& read) const;
   Decode askInRichText(DBusBatch& batch, const AttributeRead& read) const;
   AttributeValue readList(const AtspiRef& element, const AttributeRead& read, Deadline deadline) const;
@@ -47,6 +53,7 @@ class AtspiReader {
   AtspiBus& bus_;
   AtspiFocus& focus_;
   AtspiContentShift shift_;
+  AtspiScale scale_;
   AtspiRichReader richReader_;
   double fontDotsPerInch_;
   AtspiTextPosition position_;         // of the element read last, until something happens to it
