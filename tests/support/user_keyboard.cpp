@@ -3,6 +3,7 @@
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -19,17 +20,21 @@ constexpr std::pair<std::uint8_t, std::uint16_t> modifierKeyCodes[] = {{Modifier
                                                                        {ModifierSet::control, 59},
                                                                        {ModifierSet::shift, 56}};
 
-// The first device of the kind that stands for hardware.
+// The first device of the kind that stands for hardware; one that stands for programs on a display without.
 std::uint8_t findDevice(xcb_connection_t* connection, std::uint16_t type) {
   const XcbReply<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
       connection, xcb_input_xi_query_device(connection, XCB_INPUT_DEVICE_ALL), nullptr));
   if (!reply) throw std::runtime_error("the display has no XInput extension");
+  std::optional<std::uint8_t> standIn;
   for (auto i = xcb_input_xi_query_device_infos_iterator(reply.get()); i.rem;
        xcb_input_xi_device_info_next(&i)) {
     const std::string_view name(xcb_input_xi_device_info_name(i.data), i.data->name_len);
-    if (i.data->type == type && name.find("XTEST") == std::string_view::npos)
-      return static_cast<std::uint8_t>(i.data->deviceid);
+    if (i.data->type != type) continue;
+    const auto device = static_cast<std::uint8_t>(i.data->deviceid);
+    if (name.find("XTEST") == std::string_view::npos) return device;
+    standIn = device;
   }
+  if (standIn) return *standIn;
   throw std::runtime_error("the display has no keyboard or mouse of its own");
 }
 

@@ -147,6 +147,19 @@ constexpr std::array scenes{
     PhotoScene{.name = "gtk-emoticon", .editor = "mousepad", .text = smile, .suggestion = ""},
     PhotoScene{
         .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
+    PhotoScene{.name = "two-screens-second",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = longRest,
+               .x = 1320,
+               .screens = 2},
+    PhotoScene{.name = "two-screens-list-at-the-edge",
+               .editor = "mousepad",
+               .text = letter,
+               .suggestion = "",
+               .others = otherRests,
+               .x = 700,
+               .screens = 2},
 };
 
 }  // namespace

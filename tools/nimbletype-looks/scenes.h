@@ -18,6 +18,7 @@ struct PhotoScene {
   const char* others = "";
   int linesBefore = 0;  // typed before the text, to fill the field
   int x = 60, y = 60;   // of the window on the screen, in pixels
+  int screens = 1;      // that the desktop needs, side by side
 };
 
 std::span<const PhotoScene> photoScenes();
