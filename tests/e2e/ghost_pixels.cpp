@@ -92,11 +92,10 @@ class Comparison {
 
 constexpr int usualDpi = 96;
 
-// "mousepad@120": at so many dots per inch; "mousepad*2": drawing itself twice as large.
+// "mousepad@120": at so many dots per inch.
 bool compareIn(const std::string& name, const std::string& application, const std::filesystem::path& out) {
-  const std::size_t at = name.find('@'), times = name.find('*');
-  const std::string field = name.substr(0, std::min(at, times));
-  const int scale = times == std::string::npos ? 1 : std::stoi(name.substr(times + 1));
+  const std::size_t at = name.find('@');
+  const std::string field = name.substr(0, at);
   DesktopWindows().setFontResolution(at == std::string::npos ? usualDpi : std::stoi(name.substr(at + 1)));
   ScriptedModel model;
   Scene scene({application,
@@ -104,8 +103,7 @@ bool compareIn(const std::string& name, const std::string& application, const st
                field,
                {},
                {},
-               '{' + model.settings() + R"(,"suggestFixes":false,"showKeyHint":false,"length":"long"})",
-               {.scale = scale}});
+               '{' + model.settings() + R"(,"suggestFixes":false,"showKeyHint":false,"length":"long"})"});
   scene.startApplication();
   Comparison comparison(scene, model, out);
   bool same = true;
