@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "input/caret_plausibility.h"
 #include "input/field_role.h"
 #include "input/text_injector.h"
 
@@ -12,6 +13,9 @@ namespace {
 constexpr Milliseconds pinnedPollInterval{500};
 // For so long an application may be without focus while it only passes through its menu bar or a key grab.
 constexpr Milliseconds focusReturn{40};
+// Fields scroll to their caret a while after the text has changed, and tell nobody.
+constexpr Milliseconds scrollingTime{40};
+constexpr int mostLooks = 5;
 
 }  // namespace
 
@@ -167,7 +171,18 @@ std::optional<FieldSnapshot> AXFieldSource::snapshot() {
   if (!focusInfo_) focusInfo_ = readPageAndWindow(appElement_, element);
   reading.snapshot->domain = focusInfo_->domain;
   reading.snapshot->windowTitle = focusInfo_->windowTitle;
+  followScrolling(*reading.snapshot);
   return std::move(reading.snapshot);
+}
+
+void AXFieldSource::followScrolling(const FieldSnapshot& snapshot) {
+  scrolling_.cancel();
+  if (std::exchange(scrollingText_, snapshot.before) != snapshot.before) looks_ = 0;
+  const bool isHidden =
+      snapshot.caretRect && snapshot.fieldFrame && isOutOfSight(*snapshot.caretRect, *snapshot.fieldFrame);
+  if (!isHidden || looks_ >= mostLooks) return;
+  ++looks_;
+  scrolling_ = desktop_.loop.after(scrollingTime, [this] { emitSoon(Change::value); });
 }
 
 // Without an element to compare with, as when the application does not answer, the frontmost application has

@@ -78,6 +78,7 @@ class AXFieldSource final : public FieldSource {
   void emitSoon(Change change);
   void emitNow();
   void tell();
+  void followScrolling(const FieldSnapshot& snapshot);
   bool mayComeBack();
 
   Desktop desktop_;
@@ -105,6 +106,10 @@ class AXFieldSource final : public FieldSource {
   // The strongest change not told of yet.
   std::optional<Change> pending_;
   Task emission_;
+  // Looks again at a field that may still be scrolling.
+  Task scrolling_;
+  std::string scrollingText_;
+  int looks_ = 0;
   // Runs while the application may find its focus again.
   std::optional<Task> focusReturn_;
 };

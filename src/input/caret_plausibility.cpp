@@ -11,6 +11,11 @@ constexpr double mostMargin = 8;  // above and below the text together
 
 }  // namespace
 
+bool isOutOfSight(const TopLeftRect& caret, const TopLeftRect& frame) {
+  const double middle = caret.y + caret.height / 2;
+  return frame.height > 0 && (middle < frame.y || middle > frame.y + frame.height);
+}
+
 bool isSuspiciouslyHigh(const TopLeftRect& caret, const TopLeftRect& frame, std::string_view before) {
   const auto breaks = std::ranges::count(before, '\n');
   if (breaks < severalBreaks || frame.height <= 0) return false;

@@ -174,6 +174,29 @@ TEST_F(AXFieldSourceTest, AFocusLostAndFoundIsNoLoss) {
   EXPECT_EQ(changes_.back(), Change::app);
 }
 
+TEST_F(AXFieldSourceTest, LooksAgainWhileAFieldScrollsToItsCaret) {
+  const auto field = open(add("AXTextArea", u"one line"));
+  ax_.at(field).textOrigin.y += 300;  // below the field's frame
+  read();
+  changes_.clear();
+  loop_.advance(Milliseconds(50));
+  EXPECT_EQ(changes_, std::vector{Change::value});
+  ax_.at(field).textOrigin.y -= 300;
+  read();
+  changes_.clear();
+  loop_.advance(Milliseconds(1000));
+  EXPECT_TRUE(changes_.empty());
+
+  ax_.at(field).textOrigin.y += 300;
+  source_.onChange([this](Change change) {
+    changes_.push_back(change);
+    source_.snapshot();
+  });
+  read();
+  loop_.advance(Milliseconds(10'000));
+  EXPECT_EQ(changes_.size(), 4U) << "a frame that is told wrongly is not looked at for ever";
+}
+
 TEST_F(AXFieldSourceTest, ReadsWindowAndPageOncePerFocus) {
   const auto field = open(add("AXTextArea", u"one"));
   EXPECT_EQ(read().windowTitle, "Letter");

@@ -48,10 +48,10 @@ constexpr std::array scenes{
                .look = dark},
     PhotoScene{.name = "gtk-end-of-scrolled-field",
                .editor = "mousepad",
+               .height = 200,
                .text = letter,
                .suggestion = longRest,
-               .linesBefore = 20,
-               .y = 700},
+               .linesBefore = 20},
     PhotoScene{
         .name = "gtk-scale-2", .editor = "mousepad", .text = letter, .suggestion = longRest, .look = doubled},
     PhotoScene{.name = "qt-light", .editor = "featherpad", .text = letter, .suggestion = shortRest},
@@ -145,8 +145,6 @@ constexpr std::array scenes{
     PhotoScene{.name = "page-emoji", .editor = "chromium", .height = 260, .text = party, .suggestion = ""},
     PhotoScene{.name = "gtk-no-emoji", .editor = "mousepad", .text = noParty, .suggestion = ""},
     PhotoScene{.name = "gtk-emoticon", .editor = "mousepad", .text = smile, .suggestion = ""},
-    PhotoScene{
-        .name = "gtk-second-screen", .editor = "mousepad", .text = letter, .suggestion = longRest, .x = 1500},
     PhotoScene{.name = "two-screens-second",
                .editor = "mousepad",
                .text = letter,
