@@ -34,6 +34,7 @@ void write(Scene& stage, const PhotoScene& scene, X11Pasteboard& clipboard) {
     stage.user().type("This is line " + std::to_string(line));
     stage.user().press(key::returnKey);
   }
+  if (scene.linesBefore > 0) rest(settling);  // nobody types twenty lines in no time
   const std::string text = scene.text;
   if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) return stage.user().type(text);
   // What no key of the layout types.

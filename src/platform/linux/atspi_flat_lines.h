@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 #include "platform/linux/atspi_text.h"
 
@@ -18,12 +19,17 @@ class AtspiFlatLines {
   // After the batch: up to which offset boxes can be trusted.
   std::int64_t trustedEnd(const DBusBatch& batch, const AtspiTextPosition& at, AtspiBus& bus,
                           Deadline deadline);
+  // After `trustedEnd`, of an offset behind that: by how many pixels a box there is too high. None where that
+  // cannot be told. How far the text is scrolled is known by a fault of theirs: they move their boxes up by a
+  // pixel for each line.
+  std::optional<double> missingHeight(const DBusBatch& batch, const AtspiTextPosition& at,
+                                      std::int64_t offset, AtspiBus& bus, Deadline deadline) const;
   // After `trustedEnd`: by how many pixels the boxes that can be trusted are too high.
   double missingMargin(const DBusBatch& batch) const;
 
  private:
   enum class Verdict { unknown, honest, flat };
-  Verdict judge(GVariant* first, std::int64_t secondParagraph, const AtspiTextPosition& at, AtspiBus& bus,
+  Verdict judge(std::int64_t secondParagraph, const AtspiTextPosition& at, AtspiBus& bus,
                 Deadline deadline) const;
 
   AtspiRef element_;  // the verdict is about this one

@@ -294,10 +294,16 @@ void AtspiReader::readInText(const AtspiRef& element, std::span<const AttributeR
     if (!decoders[i]) continue;
     values[i] = decoders[i](batch);
     if (reads[i].attribute != boundsForRange) continue;
-    if (position_.own(std::get<TextRange>(reads[i].parameter)).location > trustedEnd)
+    auto* box = std::get_if<TopLeftRect>(&values[i]);
+    if (!box || box->height <= 0) continue;
+    const auto offset = position_.own(std::get<TextRange>(reads[i].parameter)).location;
+    const auto missing = offset > trustedEnd
+                             ? flatLines_.missingHeight(batch, position_, offset, bus_, deadline)
+                             : missingMargin;
+    if (missing)
+      box->y += *missing;
+    else
       values[i] = TopLeftRect{};
-    else if (auto* box = std::get_if<TopLeftRect>(&values[i]); box && box->height > 0)
-      box->y += missingMargin;
   }
 }
 
