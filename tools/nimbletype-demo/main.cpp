@@ -50,6 +50,16 @@ std::optional<Options> readOptions(int count, char** words) {
   return complete ? std::optional(options) : std::nullopt;
 }
 
+// What there is to be known when a wait has ended in vain.
+void tellState(Scene& scene, Transcript& transcript) {
+  scene.trace().readOn();
+  transcript.plain("status: " + scene.trace().lastStatus() + "; the ghost is " +
+                   (scene.ghost().onScreen() ? "on screen" : "hidden") + "; the document: \"" +
+                   scene.editor().text() + "\"");
+  transcript.plain("last steps:" + scene.trace().lastSteps());
+  transcript.plain(scene.applicationLog());
+}
+
 bool demonstrate(const Options& options) {
   const std::filesystem::path out = options.values.at("--out");
   std::filesystem::create_directories(out);
@@ -66,7 +76,7 @@ bool demonstrate(const Options& options) {
     return Walkthrough(*scene, transcript, out).run();
   } catch (const GaveUp& failure) {
     transcript.say(std::string("GAVE UP: ") + failure.what());
-    if (scene) transcript.plain(scene->applicationLog());
+    if (scene) tellState(*scene, transcript);
     return false;
   }
 }

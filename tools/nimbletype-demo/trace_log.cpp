@@ -1,6 +1,7 @@
 #include "tools/nimbletype-demo/trace_log.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -38,6 +39,16 @@ bool TraceLog::has(const std::string& stage) {
   readOn();
   return std::any_of(entries_.begin(), entries_.end(),
                      [&](const auto& entry) { return entry.stage == stage; });
+}
+
+std::string TraceLog::lastSteps() const {
+  constexpr std::size_t most = 20;
+  std::string steps;
+  for (std::size_t i = entries_.size() - std::min(most, entries_.size()); i < entries_.size(); ++i) {
+    const double since = i == 0 ? 0 : millisecondsBetween(entries_[i - 1].at, entries_[i].at);
+    steps += " +" + std::to_string(std::lround(since)) + " ms " + entries_[i].stage;
+  }
+  return steps;
 }
 
 }  // namespace nimbletype

@@ -30,6 +30,8 @@ class TraceLog {
   // The sentence of the latest status; empty before the first.
   const std::string& lastStatus() const { return lastStatus_; }
   bool has(const std::string& stage);
+  // The latest entries with the milliseconds between them.
+  std::string lastSteps() const;
 
  private:
   void take(const std::string& line);
