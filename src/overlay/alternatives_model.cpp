@@ -53,8 +53,8 @@ std::string rowText(std::string_view continuation, std::string_view wordPrefix) 
 
 AlternativeChoice choiceOf(std::string_view continuation, std::string_view wordPrefix) {
   if (completesWord(continuation, wordPrefix))
-    return {text::characterCount(wordPrefix), rowText(continuation, wordPrefix)};
-  return {0, std::string(text::trimmedEnd(continuation))};
+    return {std::string(wordPrefix), rowText(continuation, wordPrefix)};
+  return {"", std::string(text::trimmedEnd(continuation))};
 }
 
 std::vector<std::string> differentOnes(const std::vector<std::string>& continuations) {

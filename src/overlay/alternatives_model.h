@@ -22,10 +22,10 @@ std::string_view wordPrefixOf(std::string_view before);
 // What a row shows: the whole word where the continuation completes one.
 std::string rowText(std::string_view continuation, std::string_view wordPrefix);
 
-// What choosing a row does to the field: characters before the caret go, then the text comes.
+// What choosing a row does to the field: the text takes the place of what stands before the caret, with which
+// it begins.
 struct AlternativeChoice {
-  std::size_t deleted = 0;
-  std::string text;
+  std::string replaced, text;
   bool operator==(const AlternativeChoice&) const = default;
 };
 AlternativeChoice choiceOf(std::string_view continuation, std::string_view wordPrefix);

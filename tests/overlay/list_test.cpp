@@ -51,15 +51,15 @@ TEST(Alternatives, RowsShowWholeWords) {
     AlternativeChoice choice;
   };
   const Case cases[] = {
-      {"I like wor", "ld is big", "world is big", {3, "world is big"}},
-      {"I like wor", ", he said ", ", he said", {0, ", he said"}},
-      {"I like wor", " and you", "and you", {0, " and you"}},
-      {"I like ", "you ", "you", {0, "you"}},
-      {"It's", "n't", "It'sn't", {4, "It'sn't"}},
-      {"3", "5 of them", "35 of them", {1, "35 of them"}},
-      {"Ça et voil", "à tout", "voilà tout", {4, "voilà tout"}},
-      {"今日は", "天気がいい", "天気がいい", {0, "天気がいい"}},
-      {"", "Hello", "Hello", {0, "Hello"}},
+      {"I like wor", "ld is big", "world is big", {"wor", "world is big"}},
+      {"I like wor", ", he said ", ", he said", {"", ", he said"}},
+      {"I like wor", " and you", "and you", {"", " and you"}},
+      {"I like ", "you ", "you", {"", "you"}},
+      {"It's", "n't", "It'sn't", {"It's", "It'sn't"}},
+      {"3", "5 of them", "35 of them", {"3", "35 of them"}},
+      {"Ça et voil", "à tout", "voilà tout", {"voil", "voilà tout"}},
+      {"今日は", "天気がいい", "天気がいい", {"", "天気がいい"}},
+      {"", "Hello", "Hello", {"", "Hello"}},
   };
   for (const Case& c : cases) {
     const auto prefix = wordPrefixOf(c.before);

@@ -1,37 +1,25 @@
 #include "core/completion/completion_engine.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 #include <utility>
 
-#include "core/completion/ghost_builder.h"
-#include "core/completion/own_change.h"
-#include "core/completion/present_log.h"
-#include "core/completion/request_builder.h"
+#include "core/completion/example_cache.h"
 #include "core/prompt/reply_cleaning.h"
-#include "input/key_combo_display.h"
 #include "text/text.h"
 
 namespace nimbletype {
 namespace {
 
 constexpr std::string_view logCategory = "engine";
-// An application shows an insertion soon, but not at once.
 // Text grows on screen at most once a frame, and an answer that is whole by then is drawn just once.
-constexpr Milliseconds frame{16}, caretCatchesUp{40};
-constexpr std::array readAgainAfter{Milliseconds{30}, Milliseconds{25}, Milliseconds{60}};
+constexpr Milliseconds frame{16};
+constexpr Milliseconds caretCatchesUp{40};
 
 // Whole milliseconds; the file may have been edited by hand.
 Milliseconds::rep pauseFor(double milliseconds) {
   constexpr double longest = 60'000;
   return static_cast<Milliseconds::rep>(std::clamp(milliseconds, 0.0, longest));
-}
-
-constexpr const char* noCaret = "This app doesn't report where the caret is";
-
-const char* yesNo(bool value) {
-  return value ? "true" : "false";
 }
 
 }  // namespace
@@ -40,11 +28,11 @@ CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
       alternatives_(services.loop, services.alternatives),
       emoji_(services.loop, services.prefs, services.emoji, services.emojiPicker),
-      context_(services.context, services.loop),
-      exampleCache_(services.memory, services.prefs, services.loop),
+      requests_(
+          {services.loop, services.prefs, services.hub, services.context, services.memory, services.power}),
       generation_(services.loop),
       warmUp_(services.loop, services.hub, services.prefs),
-      advance_(services.metrics) {
+      display_({services.ghost, services.prefs, services.screens, services.metrics, services.log}) {
   observations_.push_back(s_.rules.observe([this] { reconsider(); }));
   const std::initializer_list<AnySetting*> settings = {
       &s_.prefs.isEnabled,          &s_.prefs.enabledByDefault,
@@ -88,10 +76,10 @@ void CompletionEngine::fieldChanged(const FieldSnapshot& snapshot) {
   // Applications report one change several times; only a real one counts. What surrounds it may have changed.
   if (!forceNext_ && snapshot_ == snapshot) return reconsider();
   if (!forceNext_) demanded_ = false;
-  if (suppressed_ && endsSuppression(snapshot)) suppressed_.reset();
+  suppressed_.follow(snapshot);
   snapshot_ = snapshot;
   session_.seen(snapshot);
-  exampleCache_.seen(snapshot);
+  requests_.seen(snapshot);
   holdReason_.reset();
   reached(Stage::fieldChanged);
   if (suggestion_ && suggestion_->fieldKey != snapshot.fieldKey) forgetShown();
@@ -140,9 +128,10 @@ GateState CompletionEngine::gateState() {
 
 void CompletionEngine::process() {
   const bool ownChange = !forceNext_ && isOwnChange();
-  wantsEmoji_ = offerEmoji(ownChange);
+  const GateState state = gateState();
+  wantsEmoji_ = offerEmoji(ownChange, state);
   if (wantsEmoji_) return;
-  if (auto reason = blockedReason()) return block(*reason);
+  if (auto reason = firstGate(*snapshot_, state)) return block(*reason);
   if (alternatives_.fits(*snapshot_)) return;
   const bool hadSuggestion = suggestion_.has_value();
   if (keepInStep(ownChange)) return;
@@ -166,15 +155,8 @@ bool CompletionEngine::isOwnChange() const {
   return lastInjection_ && nimbletype::isOwnChange(*lastInjection_, *snapshot_, s_.loop.now());
 }
 
-// With a text, another text in the same field; without one, another field.
-bool CompletionEngine::endsSuppression(const FieldSnapshot& snapshot) const {
-  const bool sameField = suppressed_->fieldKey == snapshot.fieldKey;
-  return suppressed_->before ? sameField && *suppressed_->before != snapshot.before : !sameField;
-}
-
 bool CompletionEngine::isSuppressed() const {
-  if (!suppressed_ || forceNext_) return false;
-  return suppressed_->fieldKey == snapshot_->fieldKey;
+  return !forceNext_ && suppressed_.holds(*snapshot_);
 }
 
 // Whether the suggestion on screen still fits and no more is to be done for this change.
@@ -208,7 +190,7 @@ bool CompletionEngine::awaitGrowth() {
     forgetShown();
     return false;
   }
-  s_.ghost.hide();
+  display_.hideForNow();
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::thinking, {}});
   return true;
@@ -217,9 +199,9 @@ bool CompletionEngine::awaitGrowth() {
 // --- asking for a suggestion ---
 
 // Whether what stands before the caret asks for an emoji; nothing else is offered then.
-bool CompletionEngine::offerEmoji(bool ownChange) {
+bool CompletionEngine::offerEmoji(bool ownChange, const GateState& state) {
   const bool quiet = ownChange || forceNext_ || isSuppressed() || alternatives_.fits(*snapshot_) ||
-                     emojiGate(*snapshot_, gateState());
+                     emojiGate(*snapshot_, state);
   if (quiet) return emoji_.hide(), false;
   if (offerEmoticon()) return true;
   if (!emoji_.follow(*snapshot_, s_.screens.mainHeight())) return false;
@@ -246,11 +228,8 @@ bool CompletionEngine::offerFix() {
 }
 
 bool CompletionEngine::offer(Fix fix) {
-  auto content = ghostContent(*snapshot_, GhostContent::Kind::correction, fix.replacement, s_.prefs,
-                              s_.screens.mainHeight());
-  if (!content) return false;
+  if (!display_.showFix(*snapshot_, fix.replacement)) return false;
   pendingFix_ = std::move(fix);
-  s_.ghost.present(*content);
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::showing, {}});
   return true;
@@ -296,20 +275,10 @@ void CompletionEngine::generate() {
       [this](Generation::Outcome outcome) { finishGeneration(std::move(outcome)); });
 }
 
-std::optional<CompletionEngine::Question> CompletionEngine::question() {
-  CompletionProvider* provider = s_.hub.writer(s_.prefs.engine.get());
-  if (!provider) {
-    setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
-    return std::nullopt;
-  }
-  const bool onBattery = s_.power.onBattery();
-  const int words = wordBudget(lengthFor(decision_.length, onBattery, s_.prefs.batteryShorter.get()));
-  PromptContext context = allowedContext(context_.contextFor(*snapshot_), s_.prefs);
-  context.examples = exampleCache_.examples(*snapshot_);
-  CompletionRequest request =
-      makeRequest({context, snapshot_->before, window_.of(snapshot_->before, snapshot_->fieldKey), words,
-                   s_.prefs.creativity.get(), modelFor(provider->kind(), s_.prefs, onBattery)});
-  return Question{*provider, std::move(request), words};
+std::optional<Question> CompletionEngine::question() {
+  auto asking = requests_.question(*snapshot_, decision_.length);
+  if (!asking) setStatus(Status::failed("This engine isn't part of this version of Nimbletype"));
+  return asking;
 }
 
 void CompletionEngine::grown(const std::string& textSoFar) {
@@ -380,11 +349,10 @@ void CompletionEngine::settle() {
 
 void CompletionEngine::showSuggestion(Suggestion suggestion) {
   suggestion_ = std::move(suggestion);
-  hintForSuggestion_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit &&
-                       hintKey(s_.prefs, decision_.tabAccepts);
+  display_.begin(decision_.tabAccepts);
   if (!presentRemaining()) return;
   s_.stats.recordShown(s_.loop.wallNow());
-  if (hintForSuggestion_) s_.prefs.keyHintsShown.set(s_.prefs.keyHintsShown.get() + 1);
+  display_.countHint();
   lastSuggestion_ = suggestion_->text;
   if (shownChanged_) shownChanged_();
   setStatus({Status::Case::showing, {}});
@@ -398,20 +366,12 @@ void CompletionEngine::showLonger() {
 }
 
 bool CompletionEngine::presentRemaining() {
-  auto content = ghostContent(*snapshot_, GhostContent::Kind::completion,
-                              std::string(suggestion_->remaining()), s_.prefs, s_.screens.mainHeight());
-  if (!content) {
+  if (!display_.show(*snapshot_, std::string(suggestion_->remaining()), decision_.tabAccepts)) {
     forgetShown();
-    setStatus(Status::failed(noCaret));
+    setStatus(Status::noCaret());
     return false;
   }
-  if (const auto key = hintKey(s_.prefs, decision_.tabAccepts); key && hintForSuggestion_) {
-    content->hint = true;
-    content->hintLabel = displayName(*key);
-  }
-  s_.log.log(logCategory, presentLogLine(*content, snapshot_->before));
-  s_.ghost.present(advance_.follow(std::move(*content)));
-  if (advance_.lagSuspect()) checkLag();
+  if (display_.lagSuspect()) checkLag();
   reached(Stage::shown);
   return true;
 }
@@ -422,7 +382,7 @@ void CompletionEngine::checkLag() {
     const auto snapshot = source_ ? source_->snapshot() : std::nullopt;
     if (!snapshot || !isShowing() || pendingFix_) return;
     if (snapshot_ != *snapshot) return fieldChanged(*snapshot);
-    s_.ghost.present(advance_.believed());
+    display_.believeCaret();
   });
 }
 
@@ -439,9 +399,8 @@ void CompletionEngine::forgetSuggestion() {
   pendingFix_.reset();
   alternatives_.close();
   if (!wasShowing) return;
-  advance_.forget();
   lagCheck_.cancel();
-  s_.ghost.hide();
+  display_.hide();
   if (shownChanged_) shownChanged_();
 }
 
@@ -469,219 +428,6 @@ void CompletionEngine::setStatus(Status status) {
 
 void CompletionEngine::reached(Stage stage) const {
   if (stageReached_) stageReached_(stage);
-}
-
-// --- keys and commands ---
-
-std::vector<KeyCombo> CompletionEngine::takeableKeys() const {
-  if (emoji_.isShown())
-    return pickerKeys(s_.prefs, decision_.tabAccepts, emoji_.canChoose(), emoji_.pickerAcceptsReturn());
-  if (!isShowing()) return {};
-  std::vector<KeyCombo> keys = shownKeys(s_.prefs, decision_.tabAccepts);
-  if (!alternatives_.isOpen()) return keys;
-  const auto more = listKeys();
-  keys.insert(keys.end(), more.begin(), more.end());
-  return keys;
-}
-
-bool CompletionEngine::keyPressed(const KeyPress& press) {
-  if (const auto step = rowStep(press.combo()); step && alternatives_.isOpen()) {
-    alternatives_.moveSelection(*step);
-    return true;
-  }
-  if (emoji_.canChoose()) {
-    if (const auto step = rowStep(press.combo())) return emoji_.moveSelection(*step), true;
-    if (isPick(press.combo(), s_.prefs, decision_.tabAccepts, emoji_.pickerAcceptsReturn()))
-      return takeEmoji();
-  }
-  switch (commandFor(press, s_.prefs, decision_.tabAccepts)) {
-    case KeyCommand::acceptNext:
-      return acceptNext();
-    case KeyCommand::acceptAll:
-      return acceptAll();
-    case KeyCommand::escape:
-      return isShowing() && escape();
-    // A key that is held does these once.
-    case KeyCommand::suggestNow:
-      if (!press.isRepeat) suggestNow();
-      return true;
-    case KeyCommand::alternatives:
-      if (!press.isRepeat || alternatives_.isOpen()) showAlternatives();
-      return true;
-    case KeyCommand::toggleApp:
-      if (!press.isRepeat) toggleApp();
-      return true;
-    case KeyCommand::toggleGlobal:
-      if (!press.isRepeat) toggleGlobal();
-      return true;
-    case KeyCommand::none:
-      break;
-  }
-  return false;
-}
-
-// A click or a scroll moves the text away from under the ghost.
-void CompletionEngine::pointerPressed() {
-  if (isShowing()) dismiss();
-}
-
-bool CompletionEngine::canAccept(const char* command) const {
-  if (suggestion_ && source_ && snapshot_) return true;
-  s_.log.log(logCategory, std::string(command) + " skipped: suggestion " + yesNo(suggestion_.has_value()) +
-                              ", source " + yesNo(source_) + ", snapshot " + yesNo(snapshot_.has_value()));
-  return false;
-}
-
-bool CompletionEngine::acceptNext() {
-  if (pendingFix_) return takeFix(), true;
-  if (alternatives_.isOpen()) return takeAlternative();
-  if (!canAccept("accept next")) return false;
-  const std::string_view rest = suggestion_->acceptable();
-  const std::string chunk(nextChunk(rest, s_.prefs.trailingSpace.get(), s_.prefs.trailingPunctuation.get()));
-  if (chunk.empty()) {
-    s_.log.log(logCategory, "accept next: empty chunk, " + std::to_string(text::characterCount(rest)) +
-                                " chars remaining");
-    // What was taken is still on its way into the field, so the key is ours all the same.
-    return suggestion_->taken > suggestion_->consumed;
-  }
-  const std::size_t length = text::characterCount(chunk);
-  suggestion_->taken = std::max(suggestion_->taken, suggestion_->consumed) + length;
-  const std::string method(rawValue(decision_.insertion));
-  insert(chunk);
-  recordAccept(chunk);
-  s_.log.log(logCategory, "accept next: " + std::to_string(length) + " chars via " + method);
-  return true;
-}
-
-bool CompletionEngine::acceptAll() {
-  if (alternatives_.isOpen()) return takeAlternative();
-  if (!canAccept("accept all")) return false;
-  const std::string rest(suggestion_->acceptable());
-  if (rest.empty()) return suggestion_->taken > suggestion_->consumed;
-  forgetShown();
-  cancelWork();
-  setStatus({});
-  insert(rest);
-  recordAccept(rest);
-  readAgain(0);
-  return true;
-}
-
-void CompletionEngine::insert(const std::string& text) {
-  lastInjection_ = {snapshot_->fieldKey, text, s_.loop.now()};
-  source_->insert(text, decision_.insertion);
-}
-
-// A suggestion was taken, whole or in part.
-void CompletionEngine::recordAccept(const std::string& text) {
-  session_.accepted();
-  s_.stats.recordAccept(text, appRuleKey(snapshot_->bundleID), s_.loop.wallNow());
-}
-
-void CompletionEngine::takeFix() {
-  const Fix fix = *pendingFix_;
-  forgetShown();
-  setStatus({});
-  swapIn(fix);
-}
-
-void CompletionEngine::swapIn(const Fix& fix) {
-  if (!source_ || snapshot_->before != fix.before) return;
-  source_->deleteBackwards(static_cast<int>(text::characterCount(fix.word)));
-  insert(fix.replacement);
-}
-
-bool CompletionEngine::takeEmoji() {
-  const auto swap = emoji_.choice();
-  if (!swap) return false;
-  forgetShown();
-  setStatus({});
-  swapIn({snapshot_->before, swap->replaced, swap->emoji});
-  return true;
-}
-
-void CompletionEngine::showAlternatives() {
-  if (alternatives_.isOpen()) return alternatives_.moveSelection(1);
-  if (!snapshot_ || !source_) return;
-  // Whoever asks for them wants them, also where suggestions come on demand only.
-  forceNext_ = true;
-  const auto reason = blockedReason();
-  forceNext_ = false;
-  if (reason) return block(*reason);
-  forgetShown();
-  cancelWork();
-  if (!snapshot_->caretRect) return setStatus(Status::failed(noCaret));
-  auto asking = question();
-  if (!asking) return;
-  const auto clean = [before = snapshot_->before, words = asking->words,
-                      style = asking->provider.promptStyle()](const std::string& reply) {
-    return cleanReply(reply, {before, words, style, {}});
-  };
-  setStatus({Status::Case::thinking, {}});
-  alternatives_.open(
-      {asking->provider, std::move(asking->request), *snapshot_,
-       flipped(*snapshot_->caretRect, s_.screens.mainHeight()), clean},
-      [this](AlternativesSession::News news, const std::string& why) { othersCame(news, why); });
-  if (shownChanged_) shownChanged_();
-}
-
-// However many rows it gets, a list counts as one suggestion shown.
-void CompletionEngine::othersCame(AlternativesSession::News news, const std::string& why) {
-  if (news == AlternativesSession::News::none) return setStatus(Status::failed(why));
-  if (news == AlternativesSession::News::first) s_.stats.recordShown(s_.loop.wallNow());
-  setStatus({Status::Case::showing, {}});
-}
-
-// The key is ours also while there is nothing to choose from yet.
-bool CompletionEngine::takeAlternative() {
-  const AlternativeChoice choice = alternatives_.choice();
-  if (choice.text.empty()) return true;
-  forgetShown();
-  setStatus({});
-  if (choice.deleted > 0) source_->deleteBackwards(static_cast<int>(choice.deleted));
-  insert(choice.text);
-  recordAccept(std::string(text::dropFirst(choice.text, choice.deleted)));
-  readAgain(0);
-  return true;
-}
-
-void CompletionEngine::readAgain(std::size_t attempt) {
-  if (attempt >= readAgainAfter.size()) return;
-  readAgain_ = s_.loop.after(readAgainAfter[attempt], [this, attempt] {
-    if (auto snapshot = source_->snapshot())
-      fieldChanged(*snapshot);
-    else
-      readAgain(attempt + 1);
-  });
-}
-
-bool CompletionEngine::escape() {
-  if (!snapshot_) return false;
-  const EscapeBehavior behavior = s_.prefs.escapeBehavior.get();
-  if (behavior == EscapeBehavior::dismiss) suppressed_ = {snapshot_->fieldKey, snapshot_->before};
-  if (behavior == EscapeBehavior::dismissForField) suppressed_ = {snapshot_->fieldKey, std::nullopt};
-  dismiss();
-  return behavior != EscapeBehavior::passThrough;
-}
-
-void CompletionEngine::suggestNow() {
-  suppressed_.reset();
-  forgetShown();
-  cancelWork();
-  if (!source_) return;
-  forceNext_ = true;
-  sourceChanged();
-}
-
-void CompletionEngine::toggleApp() {
-  if (!snapshot_) return;
-  const std::string key = appRuleKey(snapshot_->bundleID), name = snapshot_->appName;
-  s_.rules.togglePause(key);
-  s_.rules.setName(key, name);
-}
-
-void CompletionEngine::toggleGlobal() {
-  s_.rules.togglePauseEverywhere();
 }
 
 }  // namespace nimbletype

@@ -5,19 +5,18 @@
 #include <vector>
 
 #include "core/completion/alternatives_session.h"
-#include "core/completion/context_cache.h"
 #include "core/completion/emoji_offer.h"
-#include "core/completion/example_cache.h"
+#include "core/completion/escape_suppression.h"
 #include "core/completion/field_session.h"
 #include "core/completion/gates.h"
 #include "core/completion/generation.h"
-#include "core/completion/ghost_advance.h"
 #include "core/completion/key_commands.h"
 #include "core/completion/own_change.h"
+#include "core/completion/request_maker.h"
 #include "core/completion/status.h"
 #include "core/completion/suggestion.h"
+#include "core/completion/suggestion_display.h"
 #include "core/completion/warm_up.h"
-#include "core/prompt/text_window.h"
 #include "core/rules/app_rules.h"
 #include "core/settings/preferences.h"
 #include "engines/provider_hub.h"
@@ -92,7 +91,7 @@ class CompletionEngine {
   // Brings the chosen engine into memory.
   void warmUp() { warmUp_.now(); }
   // What the context source would hand over has changed.
-  void contextChanged() { context_.invalidate(); }
+  void contextChanged() { requests_.contextChanged(); }
 
   const Status& status() const { return status_; }
   const std::optional<FieldSnapshot>& snapshot() const { return snapshot_; }
@@ -122,13 +121,6 @@ class CompletionEngine {
   struct Fix {
     std::string before, word, replacement;
   };
-  // After Escape: the field that stays quiet, and the text for which it does; without a text until focus
-  // moves.
-  struct Suppression {
-    std::string fieldKey;
-    std::optional<std::string> before;
-  };
-
   // A request under way: what it was made for, and what has been written so far.
   struct Asked {
     FieldSnapshot snapshot;
@@ -139,13 +131,6 @@ class CompletionEngine {
     bool arrived = false;  // the first of it is there
   };
 
-  // What an engine is to be asked now.
-  struct Question {
-    CompletionProvider& provider;
-    CompletionRequest request;
-    int words = 0;
-  };
-
   void sourceChanged();
   void reconsider();
   std::optional<std::string> blockedReason();
@@ -153,11 +138,10 @@ class CompletionEngine {
   void process();
   void block(std::string reason);
   bool isOwnChange() const;
-  bool endsSuppression(const FieldSnapshot& snapshot) const;
   bool isSuppressed() const;
   bool keepInStep(bool ownChange);
   bool awaitGrowth();
-  bool offerEmoji(bool ownChange);
+  bool offerEmoji(bool ownChange, const GateState& state);
   bool offerEmoticon();
   bool offerFix();
   bool offer(Fix fix);
@@ -204,18 +188,15 @@ class CompletionEngine {
   EmojiOffer emoji_;
   bool wantsEmoji_ = false;  // the text before the caret asks for one
   std::optional<Injection> lastInjection_;
-  std::optional<Suppression> suppressed_;
+  EscapeSuppression suppressed_;
   std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it
-  bool hintForSuggestion_ = false;
   bool forceNext_ = false;
   bool demanded_ = false;  // Suggest Now brought about the request for this snapshot
-  ContextCache context_;
-  ExampleCache exampleCache_;
-  TextWindow window_;
+  RequestMaker requests_;
   std::optional<Asked> asked_;
   Generation generation_;
   WarmUp warmUp_;
-  GhostAdvance advance_;
+  SuggestionDisplay display_;
   bool streaming_ = false;
   Task pending_, readAgain_, growth_, lagCheck_;
   std::string lastSuggestion_;

@@ -11,6 +11,7 @@ struct Status {
 
   static Status blocked(std::string reason) { return {Case::blocked, std::move(reason)}; }
   static Status failed(std::string message) { return {Case::failed, std::move(message)}; }
+  static Status noCaret() { return failed("This app doesn't report where the caret is"); }
   std::string label() const;
   bool operator==(const Status&) const = default;
 };
