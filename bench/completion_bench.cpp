@@ -71,7 +71,7 @@ struct Desk {
   ScriptedScreens screens;
   FixedFontMetrics metrics;
   RecordingSurface surface, emojiSurface;
-  AlternativesPanel alternatives{{surface, screens, metrics, loop}};
+  AlternativesPanel alternatives{{surface, screens, metrics}, loop};
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
   EmojiIndex emoji;

@@ -3,7 +3,6 @@
 namespace nimbletype {
 namespace {
 
-constexpr ListShape shape{};
 constexpr Milliseconds stepTime{250};
 constexpr unsigned steps = 4;  // of the dots
 
@@ -15,12 +14,10 @@ std::vector<ListRow> rowsOf(const AlternativesModel& model) {
 
 }  // namespace
 
-// The background is looked at before the list covers it.
 void AlternativesPanel::show(std::vector<std::string> items, std::string anchorBefore, std::string wordPrefix,
                              const BottomLeftRect& caretRect) {
   model_ = AlternativesModel{std::move(items), 0, std::move(anchorBefore), std::move(wordPrefix), {}};
-  caret_ = caretRect;
-  dark_ = ports_.screens.isDarkAt(caretRect);
+  list_.anchor(caretRect);
   draw();
   if (changed_) changed_();
 }
@@ -45,7 +42,7 @@ void AlternativesPanel::setHint(std::optional<std::string> hint, bool moves) {
 
 // No timer runs for a list that stands still or is hidden.
 void AlternativesPanel::animate() {
-  animation_ = ports_.loop.after(stepTime, [this] {
+  animation_ = loop_.after(stepTime, [this] {
     step_ = (step_ + 1) % steps;
     draw();
     animate();
@@ -54,9 +51,7 @@ void AlternativesPanel::animate() {
 
 void AlternativesPanel::moveSelection(int by) {
   if (!model_ || model_->items.empty()) return;
-  const auto count = static_cast<int>(model_->items.size());
-  const int to = static_cast<int>(model_->selected) + by;
-  model_->selected = static_cast<std::size_t>(((to % count) + count) % count);
+  model_->selected = movedRow(model_->selected, by, model_->items.size());
   draw();
   if (changed_) changed_();
 }
@@ -65,7 +60,7 @@ void AlternativesPanel::hide() {
   if (!model_) return;
   model_.reset();
   animation_.cancel();
-  ports_.surface.hide();
+  list_.hide();
   if (changed_) changed_();
 }
 
@@ -83,10 +78,7 @@ void AlternativesPanel::draw() {
   const std::vector<ListRow> rows = rowsOf(*model_);
   std::optional<std::string> note = model_->hint;
   if (note && moves_) *note += std::string(step_, '.');
-  const std::size_t count = rows.size() + (note ? 1 : 0);
-  const BottomLeftRect frame = listFrame(caret_, count, shape, ports_.screens.all());
-  ports_.surface.show(
-      drawList(frame, shape, {rows, model_->selected, note}, listColors(dark_), ports_.metrics));
+  list_.draw({rows, model_->selected, note});
 }
 
 }  // namespace nimbletype

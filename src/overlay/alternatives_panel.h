@@ -2,7 +2,7 @@
 #include <functional>
 
 #include "overlay/alternatives_model.h"
-#include "overlay/list_draw.h"
+#include "overlay/caret_list.h"
 #include "platform/main_loop.h"
 
 namespace nimbletype {
@@ -10,14 +10,7 @@ namespace nimbletype {
 // The list of other suggestions under the caret. It never has the focus; keys reach it through the engine.
 class AlternativesPanel {
  public:
-  struct Ports {
-    OverlaySurface& surface;
-    const Screens& screens;
-    const FontMetrics& metrics;
-    MainLoop& loop;
-  };
-
-  explicit AlternativesPanel(Ports ports) : ports_(ports) {}
+  AlternativesPanel(CaretList::Ports ports, MainLoop& loop) : list_(ports, {}), loop_(loop) {}
 
   // `caretRect` in screen points, origin at the bottom left. Row 0 is highlighted.
   void show(std::vector<std::string> items, std::string anchorBefore, std::string wordPrefix,
@@ -43,10 +36,10 @@ class AlternativesPanel {
   void draw();
   void animate();
 
-  Ports ports_;
+  CaretList list_;
+  MainLoop& loop_;
   std::optional<AlternativesModel> model_;
-  BottomLeftRect caret_;
-  bool dark_ = false, moves_ = false;
+  bool moves_ = false;
   unsigned step_ = 0;
   Task animation_;
   std::function<void()> changed_;

@@ -5,8 +5,6 @@
 namespace nimbletype {
 namespace {
 
-constexpr ListShape shape{.width = 320, .rowHeight = 28};
-
 std::string_view withoutColons(std::string_view replacing) {
   if (replacing.starts_with(':')) replacing.remove_prefix(1);
   if (replacing.ends_with(':')) replacing.remove_suffix(1);
@@ -33,26 +31,17 @@ void EmojiPickerPanel::show(std::vector<EmojiItem> items, std::string replacing,
   EmojiPickerModel next{std::move(items), 0, std::move(replacing)};
   if (model_ && model_->items == next.items && model_->replacing == next.replacing)
     next.selected = model_->selected;
-  const bool isSame = model_ == next;
-  if (isSame && isFurtherAlong(caret, caret_)) return;
-  anchor(caret);
+  const bool isSame = model_ == next, stays = model_ && isFurtherAlong(caret, list_.caret());
+  if (isSame && stays) return;
+  if (!stays) list_.anchor(caret);
   model_ = std::move(next);
   draw();
   if (changed_ && !isSame) changed_();
 }
 
-// The background is looked at before the list covers it.
-void EmojiPickerPanel::anchor(const BottomLeftRect& caret) {
-  if (model_ && isFurtherAlong(caret, caret_)) return;
-  caret_ = caret;
-  dark_ = ports_.screens.isDarkAt(caret);
-}
-
 void EmojiPickerPanel::moveSelection(int by) {
   if (!model_ || model_->items.empty()) return;
-  const auto count = static_cast<int>(model_->items.size());
-  const int to = static_cast<int>(model_->selected) + by;
-  model_->selected = static_cast<std::size_t>(((to % count) + count) % count);
+  model_->selected = movedRow(model_->selected, by, model_->items.size());
   draw();
   if (changed_) changed_();
 }
@@ -60,7 +49,7 @@ void EmojiPickerPanel::moveSelection(int by) {
 void EmojiPickerPanel::dismiss() {
   if (!model_) return;
   model_.reset();
-  ports_.surface.hide();
+  list_.hide();
   if (changed_) changed_();
 }
 
@@ -72,10 +61,7 @@ std::optional<std::string> EmojiPickerPanel::choose() const {
 void EmojiPickerPanel::draw() {
   std::vector<ListRow> rows;
   for (const EmojiItem& item : model_->items) rows.push_back({item.name, item.emoji});
-  const auto note = noteFor(*model_);
-  const BottomLeftRect frame = listFrame(caret_, rows.size() + (note ? 1 : 0), shape, ports_.screens.all());
-  ports_.surface.show(
-      drawList(frame, shape, {rows, model_->selected, note}, listColors(dark_), ports_.metrics));
+  list_.draw({rows, model_->selected, noteFor(*model_)});
 }
 
 }  // namespace nimbletype

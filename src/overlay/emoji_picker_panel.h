@@ -2,8 +2,8 @@
 #include <functional>
 #include <optional>
 
+#include "overlay/caret_list.h"
 #include "overlay/emoji_index.h"
-#include "overlay/list_draw.h"
 
 namespace nimbletype {
 
@@ -23,13 +23,7 @@ std::string noEmojiText(std::string_view query);
 // The list of emoji under the caret. It never has the focus; keys reach it through the engine.
 class EmojiPickerPanel {
  public:
-  struct Ports {
-    OverlaySurface& surface;
-    const Screens& screens;
-    const FontMetrics& metrics;
-  };
-
-  explicit EmojiPickerPanel(Ports ports) : ports_(ports) {}
+  explicit EmojiPickerPanel(CaretList::Ports ports) : list_(ports, {.width = 320, .rowHeight = 28}) {}
 
   // `caret` in screen points, origin at the bottom left. A list other than the one shown starts at its first
   // row; without items it says that nothing matches. The panel stays where it opened while the caret moves on
@@ -42,6 +36,7 @@ class EmojiPickerPanel {
   bool isVisible() const { return model_.has_value(); }
   // None while hidden.
   const std::optional<EmojiPickerModel>& model() const { return model_; }
+  bool canChoose() const { return model_ && !model_->items.empty(); }
   // The highlighted emoji; none while there is nothing to choose from.
   std::optional<std::string> choose() const;
 
@@ -49,13 +44,10 @@ class EmojiPickerPanel {
   void onChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:
-  void anchor(const BottomLeftRect& caret);
   void draw();
 
-  Ports ports_;
+  CaretList list_;
   std::optional<EmojiPickerModel> model_;
-  BottomLeftRect caret_;
-  bool dark_ = false;
   std::function<void()> changed_;
 };
 

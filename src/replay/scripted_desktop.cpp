@@ -56,7 +56,7 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       power(powerSource, loop),
       ghost(output),
       emojiPicker({emojiSurface, screens, fontMetrics}),
-      alternatives({alternativesSurface, screens, fontMetrics, loop}),
+      alternatives({alternativesSurface, screens, fontMetrics}, loop),
       engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker, screens,
               fontMetrics, secureInput, power, stats, memory, log}),
       keyTap(eventTap, log),

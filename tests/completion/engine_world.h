@@ -86,7 +86,7 @@ struct EngineWorld {
   Ghost ghost;
   RecordingSurface alternativesSurface, emojiSurface;
   FixedFontMetrics metrics;
-  AlternativesPanel alternatives{{alternativesSurface, screens, metrics, loop}};
+  AlternativesPanel alternatives{{alternativesSurface, screens, metrics}, loop};
   EmojiIndex emoji;
   EmojiPickerPanel emojiPicker{{emojiSurface, screens, metrics}};
   Preferences prefs{defaults};

@@ -76,7 +76,7 @@ TEST(AlternativesPanel, MovesDotsOnlyWhileMoreIsToCome) {
   RecordingSurface surface;
   ScriptedScreens screens;
   const FixedFontMetrics metrics;
-  AlternativesPanel panel({surface, screens, metrics, loop});
+  AlternativesPanel panel({surface, screens, metrics}, loop);
   const auto drawnIn = [&](Milliseconds time) {
     const int before = surface.shows;
     loop.advance(time);

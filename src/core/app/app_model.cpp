@@ -25,7 +25,7 @@ AppModel::AppModel(Ports ports)
       power_(ports_.power, ports_.loop),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
       emojiPicker_({ports_.emojiSurface, ports_.screens, ports_.fontMetrics}),
-      alternatives_({ports_.alternativesSurface, ports_.screens, ports_.fontMetrics, ports_.loop}),
+      alternatives_({ports_.alternativesSurface, ports_.screens, ports_.fontMetrics}, ports_.loop),
       context_({ports_.loop, ports_.accessibility, ports_.workspace, ports_.screens, ports_.secureInput,
                 ports_.screenReader, ports_.clipboardText},
                prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),

@@ -39,7 +39,7 @@ class EmojiOffer {
   void dismiss();
 
   bool isShown() const { return panel_.isVisible(); }
-  bool canChoose() const { return panel_.choose().has_value(); }
+  bool canChoose() const { return panel_.canChoose(); }
   // Whether Return picks: not while it may just as well end the line.
   bool pickerAcceptsReturn() const { return canChoose() && (returnPicks_ || moved_); }
   void moveSelection(int by);
