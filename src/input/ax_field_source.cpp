@@ -16,6 +16,9 @@ constexpr Milliseconds focusReturn{40};
 // Fields scroll to their caret a while after the text has changed, and tell nobody.
 constexpr Milliseconds scrollingTime{40};
 constexpr int mostLooks = 5;
+// An application that was too busy to answer tells nobody when it is no longer.
+constexpr Milliseconds busyTime{150};
+constexpr int mostLooksForAField = 3;
 
 }  // namespace
 
@@ -165,8 +168,9 @@ std::optional<FieldSnapshot> AXFieldSource::snapshot() {
   whyNoField_ = std::move(reading.whyNoField);
   if (whyNoField_ && isPinned() && pinned_.searchNote())
     *whyNoField_ += no_field::pinnedNotFound(*pinned_.searchNote());
-  if (!reading.snapshot) return std::nullopt;
+  if (!reading.snapshot) return lookForAFieldAgain(), std::nullopt;
 
+  vainLooks_ = 0;
   origin_ = Origin{app_->processID, element};
   if (!focusInfo_) focusInfo_ = readPageAndWindow(appElement_, element);
   reading.snapshot->domain = focusInfo_->domain;
@@ -175,14 +179,21 @@ std::optional<FieldSnapshot> AXFieldSource::snapshot() {
   return std::move(reading.snapshot);
 }
 
+void AXFieldSource::lookForAFieldAgain() {
+  const bool hadField = origin_ && app_ && origin_->processID == app_->processID;
+  if (!hadField || vainLooks_ >= mostLooksForAField) return;
+  ++vainLooks_;
+  nextLook_ = desktop_.loop.after(busyTime, [this] { emitSoon(Change::value); });
+}
+
 void AXFieldSource::followScrolling(const FieldSnapshot& snapshot) {
-  scrolling_.cancel();
+  nextLook_.cancel();
   if (std::exchange(scrollingText_, snapshot.before) != snapshot.before) looks_ = 0;
   const bool isHidden =
       snapshot.caretRect && snapshot.fieldFrame && isOutOfSight(*snapshot.caretRect, *snapshot.fieldFrame);
   if (!isHidden || looks_ >= mostLooks) return;
   ++looks_;
-  scrolling_ = desktop_.loop.after(scrollingTime, [this] { emitSoon(Change::value); });
+  nextLook_ = desktop_.loop.after(scrollingTime, [this] { emitSoon(Change::value); });
 }
 
 // Without an element to compare with, as when the application does not answer, the frontmost application has

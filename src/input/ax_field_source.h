@@ -78,6 +78,7 @@ class AXFieldSource final : public FieldSource {
   void emitSoon(Change change);
   void emitNow();
   void tell();
+  void lookForAFieldAgain();
   void followScrolling(const FieldSnapshot& snapshot);
   bool mayComeBack();
 
@@ -106,10 +107,11 @@ class AXFieldSource final : public FieldSource {
   // The strongest change not told of yet.
   std::optional<Change> pending_;
   Task emission_;
-  // Looks again at a field that may still be scrolling.
-  Task scrolling_;
+  // Another look at what may tell otherwise soon: a field that may still be scrolling, an application that
+  // told of no field.
+  Task nextLook_;
   std::string scrollingText_;
-  int looks_ = 0;
+  int looks_ = 0, vainLooks_ = 0;
   // Runs while the application may find its focus again.
   std::optional<Task> focusReturn_;
 };

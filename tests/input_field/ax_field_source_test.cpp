@@ -174,6 +174,29 @@ TEST_F(AXFieldSourceTest, AFocusLostAndFoundIsNoLoss) {
   EXPECT_EQ(changes_.back(), Change::app);
 }
 
+TEST_F(AXFieldSourceTest, LooksAgainWhenAnApplicationWasTooBusyToAnswer) {
+  const auto field = open(add("AXTextArea", u"text"));
+  source_.onChange([this](Change change) {
+    changes_.push_back(change);
+    source_.snapshot();
+  });
+  read();
+  const auto reads = ax_.at(field);
+  ax_.at(field).attributes.clear();  // answers nothing
+  EXPECT_FALSE(source_.snapshot());
+  changes_.clear();
+  ax_.at(field) = reads;
+  loop_.advance(Milliseconds(200));
+  EXPECT_EQ(changes_, std::vector{Change::value});
+  read();
+
+  ax_.at(field).attributes.clear();
+  source_.snapshot();
+  changes_.clear();
+  loop_.advance(Milliseconds(10'000));
+  EXPECT_EQ(changes_.size(), 3U) << "what is no field is not looked at for ever";
+}
+
 TEST_F(AXFieldSourceTest, LooksAgainWhileAFieldScrollsToItsCaret) {
   const auto field = open(add("AXTextArea", u"one line"));
   ax_.at(field).textOrigin.y += 300;  // below the field's frame

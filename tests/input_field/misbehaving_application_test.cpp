@@ -112,6 +112,7 @@ TEST_F(MisbehavingApplication, ManyFocusChangesLeaveNothingBehind) {
   }
   ax_.focus(editor.processID, fields[0]);
   settle();
+  loop_.advance(Milliseconds(1000));
   EXPECT_EQ(ax_.listenerCount(), listening);
   EXPECT_TRUE(loop_.isIdle());
 }
