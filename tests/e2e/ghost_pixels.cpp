@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/e2e/field_table/scripted_model.h"
 #include "tools/nimbletype-demo/ink.h"
 #include "tools/nimbletype-demo/scene.h"
+#include "tools/nimbletype-demo/scripted_model.h"
 
 namespace {
 

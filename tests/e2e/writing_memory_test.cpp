@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/e2e/field_table/scripted_model.h"
 #include "tests/support/desktop_session.h"
 #include "tools/nimbletype-demo/scene.h"
+#include "tools/nimbletype-demo/scripted_model.h"
 
 namespace nimbletype {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "platform/linux/x11_pasteboard.h"
 #include "platform/scripted/virtual_main_loop.h"
-#include "tests/e2e/field_table/scripted_model.h"
 #include "tools/nimbletype-demo/scene.h"
+#include "tools/nimbletype-demo/scripted_model.h"
 
 namespace nimbletype {
 

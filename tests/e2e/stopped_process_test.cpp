@@ -12,8 +12,9 @@
 namespace nimbletype {
 namespace {
 
-// What becomes of the user's keys when the application dies or hangs while a ghost is on screen.
-class StoppedApplication : public testing::Test {
+// What becomes of the user's keys and suggestions when the application, or the editor, dies or hangs while a
+// ghost is on screen.
+class StoppedProcess : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(DesktopSession::start());
@@ -43,13 +44,13 @@ class StoppedApplication : public testing::Test {
   std::string document_;
 };
 
-TEST_F(StoppedApplication, KeysArriveOnceItIsKilled) {
+TEST_F(StoppedProcess, KeysArriveOnceItIsKilled) {
   scene_->application().signal(SIGKILL);
   waitFor("the application to be gone", [this] { return !scene_->application().isRunning(); });
   expectThatKeysArrive();
 }
 
-TEST_F(StoppedApplication, LosesNoFiguresWhenTheSessionEnds) {
+TEST_F(StoppedProcess, LosesNoFiguresWhenTheSessionEnds) {
   const std::string word(nextChunk(scene_->offered().value_or(""), true, true));
   scene_->user().press(key::tab);
   document_ += word;
@@ -63,7 +64,7 @@ TEST_F(StoppedApplication, LosesNoFiguresWhenTheSessionEnds) {
   EXPECT_EQ(statistics.at("days").front().at("characters"), text::characterCount(word));
 }
 
-TEST_F(StoppedApplication, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {
+TEST_F(StoppedProcess, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {
   scene_->application().signal(SIGSTOP);
   expectThatKeysArrive();
 
@@ -75,6 +76,32 @@ TEST_F(StoppedApplication, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {
   scene_->user().press(key::tab);
   document_ += nextChunk(*rest, true, true);
   awaitDocument("the word taken");
+}
+
+// Only that editor suffers.
+TEST_F(StoppedProcess, AnEditorLeavesTheNextFieldItsSuggestions) {
+  ASSERT_EQ(kill(scene_->editor().processID(), SIGSTOP), 0);
+  // Each asks for a suggestion, for which the field has to be read at once.
+  for (int i = 0; i < 5; ++i) scene_->user().press(key::space, {ModifierSet::control | ModifierSet::option});
+  scene_->typeSlowly("lost in a queue");
+
+  const ScratchFolder folder;
+  const DesktopWindows windows;
+  {
+    Editor next("featherpad", folder.path(), windows);
+    const std::string typed = "Please let me know if you";
+    scene_->typeSlowly(typed);
+    waitFor("the keys in the next editor", [&] { return next.text() == typed; });
+    waitFor("a ghost after that", [&] {
+      scene_->trace().readOn();
+      const auto& last = scene_->trace().lastSuggestion();
+      return last && (last->before + last->text).starts_with(typed) && scene_->ghost().onScreen();
+    });
+    ASSERT_EQ(kill(scene_->editor().processID(), SIGCONT), 0);
+  }
+  waitFor("the first editor to have its field again", [&] { return scene_->editor().findField(); });
+  scene_->typeKey('\n', std::chrono::milliseconds(70));
+  scene_->typeUntilGhost([](const std::string&) {});
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "tests/e2e/field_table/scripted_model.h"
+#include "tools/nimbletype-demo/scripted_model.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
