@@ -54,6 +54,21 @@ class EngineTest : public testing::Test, protected HoldsProvider, protected Engi
   }
 };
 
+// The letters of an insertion arrive one by one, each before the caret has passed it.
+TEST_F(EngineTest, ACaretThatLagsBehindAnInsertionKeepsTheRest) {
+  suggest("This", " is how it works");
+  EXPECT_TRUE(engine.acceptNext());
+  field.shown.after = "s ";
+  field.change("This i");
+  EXPECT_EQ(ghostText(), "s how it works");
+  field.shown.after = "";
+  field.change("This is ");
+  EXPECT_EQ(ghostText(), "how it works");
+  field.shown.after = "of ours";  // no part of it
+  field.change("This is");
+  EXPECT_EQ(ghostText(), "(none)");
+}
+
 TEST_F(EngineTest, FastPressesNeverTakeAWordTwice) {
   suggest("This", " is how it");
   EXPECT_TRUE(engine.acceptNext());

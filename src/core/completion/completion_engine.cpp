@@ -115,11 +115,13 @@ GateState CompletionEngine::gateState() {
   const Preferences& prefs = s_.prefs;
   // A suggestion that was asked for may be typed over and taken word by word.
   const bool forced = forceNext_ || demanded_ || suggestion_ || alternatives_.isOpen();
+  const bool isInsideInsertion =
+      suggestion_ && lastInjection_ && caretLagsBehind(*lastInjection_, *snapshot_, s_.loop.now());
   const bool onDemand = prefs.onDemandOnly.get() || (prefs.batteryOnDemand.get() && s_.power.onBattery());
   return {prefs.isEnabled.get(),
           decision_,
           s_.secureInput.isOn(),
-          prefs.completeInsideText.get(),
+          prefs.completeInsideText.get() || isInsideInsertion,
           prefs.ignoreSmallFields.get(),
           onDemand,
           forced,

@@ -15,4 +15,8 @@ struct Injection {
 // Whether a field change is the insertion showing up rather than the user's doing.
 bool isOwnChange(const Injection& injection, const FieldSnapshot& snapshot, MonotonicTime now);
 
+// Whether what stands after the caret is a part of the insertion: applications tell of text and caret one
+// after the other while it arrives.
+bool caretLagsBehind(const Injection& injection, const FieldSnapshot& snapshot, MonotonicTime now);
+
 }  // namespace nimbletype
