@@ -7,16 +7,16 @@
 #include <thread>
 
 #include "bench/spread.h"
-#include "engines/llama_runtime.h"
-#include "engines/ollama_provider.h"
-#include "engines/openai_compatible_provider.h"
-#include "platform/qt/qt_http_client.h"
-#include "platform/qt/qt_main_loop.h"
-#include "platform/scripted/memory_defaults_store.h"
-#include "platform/scripted/memory_secret_store.h"
-#include "platform/scripted/recording_log.h"
-#include "tests/support/llama_server.h"
-#include "tests/support/loopback_server.h"
+#include "engines/servers/ollama_provider.h"
+#include "engines/servers/openai_compatible_provider.h"
+#include "engines/writing/llama_runtime.h"
+#include "platform/qt/network/qt_http_client.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "platform/scripted/storage/memory_defaults_store.h"
+#include "platform/scripted/storage/memory_secret_store.h"
+#include "platform/scripted/system/recording_log.h"
+#include "tools/stage/servers/llama_server.h"
+#include "tools/stage/servers/loopback_server.h"
 
 namespace nimbletype {
 namespace {

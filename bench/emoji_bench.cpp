@@ -1,7 +1,7 @@
 // What the emoji index costs: once, and at every letter after a colon.
 #include <benchmark/benchmark.h>
 
-#include "overlay/emoji_index.h"
+#include "overlay/emoji/emoji_index.h"
 
 namespace nimbletype {
 namespace {

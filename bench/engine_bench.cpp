@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "engines/generation.h"
+#include "engines/writing/generation.h"
 
 namespace nimbletype {
 namespace {

@@ -1,6 +1,6 @@
 // What a snapshot costs after each key press in fields of real applications that hold five paragraphs, and
 // what reading the text of their window does to the main loop meanwhile.
-//   tests/support/with_desktop.sh field_snapshots [FIELD...]
+//   tools/stage/with_desktop.sh field_snapshots [FIELD...]
 #include <QCoreApplication>
 #include <algorithm>
 #include <cstdio>
@@ -8,20 +8,20 @@
 #include <utility>
 #include <vector>
 
-#include "input/ax_field_source.h"
-#include "input/text_injector.h"
-#include "input/window_text_reader.h"
-#include "platform/linux/dbus_batch.h"
-#include "platform/linux/x11_pasteboard.h"
-#include "platform/linux/x11_secure_input.h"
-#include "platform/linux/x11_workspace.h"
-#include "platform/linux/xcb_event_poster.h"
-#include "platform/qt/qt_main_loop.h"
-#include "platform/scripted/fixed_font_metrics.h"
-#include "platform/scripted/recording_log.h"
-#include "tools/nimbletype-demo/key_timing.h"
-#include "tools/nimbletype-demo/scene.h"
-#include "tools/nimbletype-demo/waiting.h"
+#include "input/context/window_text_reader.h"
+#include "input/insertion/text_injector.h"
+#include "input/source/ax_field_source.h"
+#include "platform/linux/bus/dbus_batch.h"
+#include "platform/linux/desktop/x11_workspace.h"
+#include "platform/linux/keys/x11_secure_input.h"
+#include "platform/linux/keys/xcb_event_poster.h"
+#include "platform/linux/pasteboard/x11_pasteboard.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "platform/scripted/drawing/fixed_font_metrics.h"
+#include "platform/scripted/system/recording_log.h"
+#include "tools/stage/scene/key_timing.h"
+#include "tools/stage/scene/scene.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {

@@ -1,6 +1,6 @@
 // Hashes a file as the model store does: file_digest FILE prints the digest, the seconds and the most memory
 // the process held, in kilobytes.
-#include "engines/file_digest.h"
+#include "engines/store/file_digest.h"
 
 #include <sys/resource.h>
 

@@ -4,11 +4,11 @@
 #include <QGuiApplication>
 #include <QImage>
 
-#include "overlay/ghost_draw.h"
-#include "overlay/ghost_font.h"
-#include "platform/qt/overlay_painter.h"
-#include "platform/qt/qt_font_metrics.h"
-#include "platform/scripted/fixed_font_metrics.h"
+#include "overlay/ghost/ghost_draw.h"
+#include "overlay/ghost/ghost_font.h"
+#include "platform/qt/drawing/overlay_painter.h"
+#include "platform/qt/drawing/qt_font_metrics.h"
+#include "platform/scripted/drawing/fixed_font_metrics.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <optional>
 
 #include "bench/spread.h"
-#include "core/completion/request_builder.h"
-#include "core/completion/suggestion.h"
+#include "core/completion/asking/request_builder.h"
+#include "core/completion/showing/suggestion.h"
 #include "core/prompt/reply_cleaning.h"
-#include "engines/llama_runtime.h"
-#include "platform/scripted/recording_log.h"
-#include "tests/support/waiting_main_loop.h"
+#include "engines/writing/llama_runtime.h"
+#include "platform/scripted/system/recording_log.h"
+#include "tools/stage/waiting_main_loop.h"
 
 namespace nimbletype {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "engines/generation.h"
-#include "tests/support/half_typed_words.h"
+#include "engines/writing/generation.h"
+#include "tests/engines/writing/half_typed_words.h"
 
 namespace nimbletype {
 namespace {
@@ -84,7 +84,8 @@ int run(const std::string& modelFile, const std::string& sentences, bool verbose
 }  // namespace nimbletype
 
 int main(int argc, char** argv) {
-  std::vector<std::string> files = {"models/starter/starter-q8_0.gguf", "tests/data/half_typed_words.txt"};
+  std::vector<std::string> files = {"models/starter/starter-q8_0.gguf",
+                                    "tests/engines/writing/half_typed_words.txt"};
   bool verbose = false;
   for (int i = 1, file = 0; i < argc; ++i) {
     if (std::strcmp(argv[i], "-v") == 0)

@@ -1,6 +1,6 @@
 // How long a text takes into a real editor, by each way there is: from the call until the field's own text
 // has it.
-//   tests/support/with_desktop.sh injection [EDITOR [ROUNDS]]
+//   tools/stage/with_desktop.sh injection [EDITOR [ROUNDS]]
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -11,18 +11,18 @@
 #include <utility>
 
 #include "bench/spread.h"
-#include "input/ax_field_source.h"
-#include "input/text_injector.h"
-#include "platform/linux/atspi_accessibility.h"
-#include "platform/linux/x11_pasteboard.h"
-#include "platform/linux/x11_secure_input.h"
-#include "platform/linux/x11_workspace.h"
-#include "platform/linux/xcb_event_poster.h"
-#include "platform/qt/qt_main_loop.h"
-#include "platform/scripted/fixed_font_metrics.h"
-#include "platform/scripted/recording_log.h"
-#include "tests/support/desktop_session.h"
+#include "input/insertion/text_injector.h"
+#include "input/source/ax_field_source.h"
+#include "platform/linux/accessibility/atspi_accessibility.h"
+#include "platform/linux/desktop/x11_workspace.h"
+#include "platform/linux/keys/x11_secure_input.h"
+#include "platform/linux/keys/xcb_event_poster.h"
+#include "platform/linux/pasteboard/x11_pasteboard.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "platform/scripted/drawing/fixed_font_metrics.h"
+#include "platform/scripted/system/recording_log.h"
 #include "text/text.h"
+#include "tools/stage/desktop_session.h"
 
 namespace nimbletype {
 namespace {

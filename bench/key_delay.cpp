@@ -9,11 +9,11 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/xcb_event_tap.h"
-#include "platform/qt/qt_main_loop.h"
-#include "tests/linux_keys/key_window.h"
-#include "tests/support/private_display.h"
-#include "tests/support/user_keyboard.h"
+#include "platform/linux/keys/xcb_event_tap.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "tests/platform/linux/keys/key_window.h"
+#include "tools/stage/private_display.h"
+#include "tools/stage/user_keyboard.h"
 
 namespace nimbletype {
 namespace {

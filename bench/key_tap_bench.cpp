@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "input/key_tap.h"
-#include "platform/scripted/scripted_event_tap.h"
+#include "input/keys/key_tap.h"
+#include "platform/scripted/keys/scripted_event_tap.h"
 
 namespace {
 

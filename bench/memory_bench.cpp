@@ -1,12 +1,12 @@
 // What a full writing memory costs: two thousand passages of four hundred characters.
 #include <benchmark/benchmark.h>
 
-#include "personal/memory_json.h"
-#include "personal/writing_memory.h"
-#include "platform/scripted/memory_file_store.h"
-#include "platform/scripted/memory_secret_store.h"
-#include "platform/scripted/scripted_background_work.h"
-#include "platform/scripted/virtual_main_loop.h"
+#include "personal/memory/memory_json.h"
+#include "personal/memory/writing_memory.h"
+#include "platform/scripted/storage/memory_file_store.h"
+#include "platform/scripted/storage/memory_secret_store.h"
+#include "platform/scripted/system/scripted_background_work.h"
+#include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
 namespace {

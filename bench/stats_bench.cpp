@@ -1,11 +1,11 @@
 // What the statistics cost after ten years of use without a day off.
 #include <benchmark/benchmark.h>
 
-#include "personal/stats_file.h"
-#include "personal/stats_store.h"
-#include "platform/scripted/memory_file_store.h"
-#include "platform/scripted/scripted_region.h"
-#include "platform/scripted/virtual_main_loop.h"
+#include "personal/stats/stats_file.h"
+#include "personal/stats/stats_store.h"
+#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/storage/memory_file_store.h"
+#include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
 namespace {

@@ -7,7 +7,7 @@
 #include <iostream>
 #include <string>
 
-#include "engines/generation.h"
+#include "engines/writing/generation.h"
 
 int main(int argc, char** argv) {
   using namespace nimbletype;

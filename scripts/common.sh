@@ -50,6 +50,6 @@ build_programs() {
 run_demo() {
   local out=$1 editor=$2; shift 2
   mkdir -p "$out"
-  "$top/tests/support/with_desktop.sh" "$top/build/release/bin/nimbletype-demo" \
+  "$top/tools/stage/with_desktop.sh" "$top/build/release/bin/nimbletype-demo" \
     --app "$top/build/release/bin/nimbletype" --model "$starter_model" --editor "$editor" --out "$out" "$@"
 }

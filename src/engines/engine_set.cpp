@@ -1,9 +1,9 @@
 #include "engines/engine_set.h"
 
-#include "engines/apple_provider.h"
-#include "engines/builtin_provider.h"
-#include "engines/ollama_provider.h"
-#include "engines/openai_compatible_provider.h"
+#include "engines/apple/apple_provider.h"
+#include "engines/builtin/builtin_provider.h"
+#include "engines/servers/ollama_provider.h"
+#include "engines/servers/openai_compatible_provider.h"
 
 namespace nimbletype {
 

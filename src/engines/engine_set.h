@@ -3,13 +3,13 @@
 #include <vector>
 
 #include "core/settings/preferences.h"
-#include "engines/completion_provider.h"
-#include "engines/model_locator.h"
-#include "platform/http_client.h"
-#include "platform/main_loop.h"
-#include "platform/on_device_model.h"
-#include "platform/secret_store.h"
-#include "platform/system_log.h"
+#include "engines/provider/completion_provider.h"
+#include "engines/store/model_locator.h"
+#include "platform/network/http_client.h"
+#include "platform/on_device/on_device_model.h"
+#include "platform/storage/secret_store.h"
+#include "platform/system/main_loop.h"
+#include "platform/system/system_log.h"
 
 namespace nimbletype {
 

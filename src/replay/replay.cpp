@@ -1,6 +1,6 @@
 #include "replay/replay.h"
 
-#include "replay/replay_commands.h"
+#include "replay/commands/replay_commands.h"
 
 namespace nimbletype {
 namespace {

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "cli.h"
-#include "core/completion/alternatives_session.h"
-#include "core/completion/request_builder.h"
+#include "core/completion/asking/request_builder.h"
+#include "core/completion/offers/alternatives_session.h"
 #include "core/prompt/reply_cleaning.h"
 #include "engine_choice.h"
 #include "text/text.h"

@@ -3,16 +3,16 @@
 #include <functional>
 #include <memory>
 
-#include "platform/background_work.h"
-#include "platform/defaults_store.h"
-#include "platform/disk_space.h"
-#include "platform/http_client.h"
-#include "platform/http_downloads.h"
-#include "platform/main_loop.h"
-#include "platform/on_device_model.h"
-#include "platform/region.h"
-#include "platform/secret_store.h"
-#include "platform/system_log.h"
+#include "platform/language/region.h"
+#include "platform/network/http_client.h"
+#include "platform/network/http_downloads.h"
+#include "platform/on_device/on_device_model.h"
+#include "platform/storage/defaults_store.h"
+#include "platform/storage/disk_space.h"
+#include "platform/storage/secret_store.h"
+#include "platform/system/background_work.h"
+#include "platform/system/main_loop.h"
+#include "platform/system/system_log.h"
 
 namespace nimbletype::cli {
 

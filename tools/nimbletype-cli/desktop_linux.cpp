@@ -2,18 +2,18 @@
 #include <optional>
 
 #include "desktop.h"
-#include "platform/atomic_file.h"
-#include "platform/linux/absent_on_device_model.h"
-#include "platform/linux/json_defaults_store.h"
-#include "platform/linux/linux_disk_space.h"
-#include "platform/linux/linux_paths.h"
-#include "platform/linux/linux_region.h"
-#include "platform/linux/secret_service_store.h"
-#include "platform/linux/stderr_log.h"
-#include "platform/linux/utility_work.h"
-#include "platform/qt/qt_http_client.h"
-#include "platform/qt/qt_http_downloads.h"
-#include "platform/qt/qt_main_loop.h"
+#include "platform/linux/language/linux_region.h"
+#include "platform/linux/on_device/absent_on_device_model.h"
+#include "platform/linux/storage/json_defaults_store.h"
+#include "platform/linux/storage/linux_disk_space.h"
+#include "platform/linux/storage/secret_service_store.h"
+#include "platform/linux/system/linux_paths.h"
+#include "platform/linux/system/stderr_log.h"
+#include "platform/linux/system/utility_work.h"
+#include "platform/qt/network/qt_http_client.h"
+#include "platform/qt/network/qt_http_downloads.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "platform/storage/atomic_file.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -1,17 +1,17 @@
 #import <Foundation/Foundation.h>
 
 #include "desktop.h"
-#include "platform/mac/mac_background_work.h"
-#include "platform/mac/mac_defaults_store.h"
-#include "platform/mac/mac_disk_space.h"
-#include "platform/mac/mac_http_client.h"
-#include "platform/mac/mac_http_downloads.h"
-#include "platform/mac/mac_main_loop.h"
-#include "platform/mac/mac_on_device_model.h"
-#include "platform/mac/mac_paths.h"
-#include "platform/mac/mac_region.h"
-#include "platform/mac/mac_secret_store.h"
-#include "platform/mac/mac_text.h"
+#include "platform/mac/bridge/mac_text.h"
+#include "platform/mac/language/mac_region.h"
+#include "platform/mac/network/mac_http_client.h"
+#include "platform/mac/network/mac_http_downloads.h"
+#include "platform/mac/on_device/mac_on_device_model.h"
+#include "platform/mac/storage/mac_defaults_store.h"
+#include "platform/mac/storage/mac_disk_space.h"
+#include "platform/mac/storage/mac_secret_store.h"
+#include "platform/mac/system/mac_background_work.h"
+#include "platform/mac/system/mac_main_loop.h"
+#include "platform/mac/system/mac_paths.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -2,10 +2,10 @@
 #include <cstdio>
 
 #include "cli.h"
-#include "core/completion/request_builder.h"
+#include "core/completion/asking/request_builder.h"
 #include "core/prompt/prompt_builder.h"
 #include "engine_choice.h"
-#include "engines/server_address.h"
+#include "engines/address/server_address.h"
 #include "health.h"
 
 namespace nimbletype::cli {

@@ -7,8 +7,8 @@
 #include "cli.h"
 #include "desktop.h"
 #include "download_progress.h"
-#include "engines/model_store.h"
-#include "text/byte_count.h"
+#include "engines/store/model_store.h"
+#include "text/format/byte_count.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "text/byte_count.h"
+#include "text/format/byte_count.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -2,8 +2,8 @@
 #include <cstdio>
 #include <string>
 
-#include "engines/model_phase.h"
-#include "engines/transfer_rate.h"
+#include "engines/store/model_phase.h"
+#include "engines/store/transfer_rate.h"
 
 namespace nimbletype::cli {
 

@@ -5,7 +5,7 @@
 #include "cli.h"
 #include "core/settings/preferences.h"
 #include "desktop.h"
-#include "overlay/emoji_picker_panel.h"
+#include "overlay/emoji/emoji_picker_panel.h"
 
 namespace nimbletype::cli {
 namespace {

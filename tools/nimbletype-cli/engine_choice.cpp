@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "engines/engine_set.h"
-#include "engines/model_store.h"
+#include "engines/store/model_store.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -7,9 +7,9 @@
 #include "cli.h"
 #include "core/settings/preferences.h"
 #include "desktop.h"
-#include "engines/model_locator.h"
-#include "engines/provider_hub.h"
-#include "platform/scripted/memory_defaults_store.h"
+#include "engines/provider/provider_hub.h"
+#include "engines/store/model_locator.h"
+#include "platform/scripted/storage/memory_defaults_store.h"
 
 namespace nimbletype::cli {
 

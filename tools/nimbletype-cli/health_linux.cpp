@@ -7,8 +7,8 @@
 #include <memory>
 
 #include "health.h"
-#include "platform/linux/hunspell_dictionary.h"
-#include "platform/linux/relay_process.h"
+#include "platform/linux/keys/relay_process.h"
+#include "platform/linux/language/hunspell_dictionary.h"
 
 namespace nimbletype::cli {
 namespace {

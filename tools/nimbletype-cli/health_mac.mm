@@ -1,11 +1,11 @@
 #import <AppKit/AppKit.h>
 
 #include "health.h"
-#include "platform/mac/mac_accessibility.h"
-#include "platform/mac/mac_event_poster.h"
-#include "platform/mac/mac_power_source.h"
-#include "platform/mac/mac_secure_input.h"
-#include "platform/mac/mac_text.h"
+#include "platform/mac/accessibility/mac_accessibility.h"
+#include "platform/mac/bridge/mac_text.h"
+#include "platform/mac/keys/mac_event_poster.h"
+#include "platform/mac/keys/mac_secure_input.h"
+#include "platform/mac/system/mac_power_source.h"
 
 namespace nimbletype::cli {
 namespace {

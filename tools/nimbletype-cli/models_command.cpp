@@ -4,7 +4,7 @@
 
 #include "cli.h"
 #include "engine_choice.h"
-#include "engines/server_address.h"
+#include "engines/address/server_address.h"
 
 namespace nimbletype::cli {
 namespace {

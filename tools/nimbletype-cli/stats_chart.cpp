@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "text/number_format.h"
+#include "text/format/number_format.h"
 #include "text/text.h"
 
 namespace nimbletype::cli {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "text/local_calendar.h"
+#include "text/format/local_calendar.h"
 
 namespace nimbletype::cli {
 

@@ -10,11 +10,11 @@
 
 #include "cli.h"
 #include "desktop.h"
-#include "personal/stats_store.h"
-#include "personal/stats_text.h"
-#include "platform/file_store.h"
+#include "personal/stats/stats_store.h"
+#include "personal/stats/stats_text.h"
+#include "platform/storage/file_store.h"
 #include "stats_chart.h"
-#include "text/number_format.h"
+#include "text/format/number_format.h"
 
 namespace nimbletype::cli {
 namespace {

@@ -1,5 +1,5 @@
 // Drives the real application as a user would and checks that its main job is done.
-//   tests/support/with_desktop.sh nimbletype-demo --app PROGRAM --model FILE --editor mousepad --out DIR
+//   tools/stage/with_desktop.sh nimbletype-demo --app PROGRAM --model FILE --editor mousepad --out DIR
 // Editors warn the root account: put `unshare --user --map-user=1000 --map-group=1000` before it for pictures
 // without.
 #include <cstdio>

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/nimbletype-demo/scene.h"
+#include "tools/stage/scene/scene.h"
 
 namespace nimbletype {
 

@@ -3,8 +3,8 @@
 #include <span>
 #include <string>
 
-#include "tools/nimbletype-demo/key_timing.h"
-#include "tools/nimbletype-demo/waiting.h"
+#include "tools/stage/scene/key_timing.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 

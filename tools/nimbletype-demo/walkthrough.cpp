@@ -1,7 +1,7 @@
 #include "tools/nimbletype-demo/walkthrough.h"
 
-#include "core/completion/suggestion.h"
-#include "tools/nimbletype-demo/ink.h"
+#include "core/completion/showing/suggestion.h"
+#include "tools/stage/scene/ink.h"
 
 namespace nimbletype {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 #include <filesystem>
 
-#include "tools/nimbletype-demo/scene.h"
 #include "tools/nimbletype-demo/transcript.h"
+#include "tools/stage/scene/scene.h"
 
 namespace nimbletype {
 

@@ -1,5 +1,5 @@
 // Takes pictures of suggestions in real applications and puts them on one sheet.
-//   tests/support/with_desktop.sh nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]
+//   tools/stage/with_desktop.sh nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]
 // A scene is known by the name of its picture; a part of the name stands for all that contain it.
 #include <QGuiApplication>
 #include <QScreen>
@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "tools/nimbletype-demo/waiting.h"
 #include "tools/nimbletype-looks/contact_sheet.h"
 #include "tools/nimbletype-looks/photo_session.h"
+#include "tools/stage/waiting.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "tools/nimbletype-demo/scene.h"
+#include "tools/stage/scene/scene.h"
 
 namespace nimbletype {
 namespace {

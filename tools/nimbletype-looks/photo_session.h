@@ -2,10 +2,10 @@
 #include <QImage>
 #include <string>
 
-#include "platform/linux/x11_pasteboard.h"
-#include "platform/scripted/virtual_main_loop.h"
-#include "tools/nimbletype-demo/scripted_model.h"
+#include "platform/linux/pasteboard/x11_pasteboard.h"
+#include "platform/scripted/system/virtual_main_loop.h"
 #include "tools/nimbletype-looks/scenes.h"
+#include "tools/stage/scene/scripted_model.h"
 
 namespace nimbletype {
 

@@ -1,7 +1,7 @@
 #pragma once
 #include <span>
 
-#include "tools/nimbletype-demo/editor_look.h"
+#include "tools/stage/scene/editor_look.h"
 
 namespace nimbletype {
 

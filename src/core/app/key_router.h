@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "core/completion/completion_engine.h"
-#include "input/key_tap.h"
+#include "input/keys/key_tap.h"
 
 namespace nimbletype {
 

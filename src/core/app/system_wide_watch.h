@@ -1,9 +1,9 @@
 #pragma once
 #include <functional>
 
-#include "input/key_tap.h"
-#include "input/permissions.h"
-#include "platform/system_log.h"
+#include "input/keys/key_tap.h"
+#include "input/monitors/permissions.h"
+#include "platform/system/system_log.h"
 
 namespace nimbletype {
 

@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "core/completion/example_cache.h"
+#include "core/completion/asking/example_cache.h"
 #include "core/prompt/reply_cleaning.h"
 #include "text/text.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/prompt/completion_request.h"
+#include "core/prompt/prompt_style.h"
 
 namespace nimbletype {
 

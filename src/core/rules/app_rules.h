@@ -3,7 +3,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "core/rules/rule_decision.h"
-#include "core/settings/observers.h"
+#include "platform/system/observers.h"
 
 namespace nimbletype {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/settings/settings_types.h"
-#include "platform/main_loop.h"
+#include "platform/system/main_loop.h"
 
 namespace nimbletype {
 

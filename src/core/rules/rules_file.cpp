@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "text/timestamp.h"
+#include "text/format/timestamp.h"
 
 namespace nimbletype {
 namespace {

@@ -2,8 +2,8 @@
 #include <nlohmann/json.hpp>
 
 #include "core/rules/rule_types.h"
-#include "platform/file_store.h"
-#include "platform/system_log.h"
+#include "platform/storage/file_store.h"
+#include "platform/system/system_log.h"
 
 namespace nimbletype {
 

@@ -1,6 +1,6 @@
 #include "core/settings/local_address.h"
 
-#include "core/settings/web_address.h"
+#include "platform/network/web_address.h"
 #include "text/text.h"
 
 namespace nimbletype {

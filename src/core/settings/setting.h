@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/settings/observers.h"
 #include "core/settings/setting_codec.h"
+#include "platform/system/observers.h"
 
 namespace nimbletype {
 

@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "core/settings/settings_types.h"
-#include "platform/defaults_store.h"
-#include "platform/keys.h"
+#include "platform/keys/keys.h"
+#include "platform/storage/defaults_store.h"
 
 namespace nimbletype {
 

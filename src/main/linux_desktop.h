@@ -1,0 +1,67 @@
+#pragma once
+#include "core/app/app_model.h"
+#include "platform/linux/accessibility/atspi_accessibility.h"
+#include "platform/linux/desktop/tesseract_screen_reader.h"
+#include "platform/linux/desktop/x11_workspace.h"
+#include "platform/linux/keys/x11_secure_input.h"
+#include "platform/linux/keys/xcb_event_poster.h"
+#include "platform/linux/keys/xcb_event_tap.h"
+#include "platform/linux/language/hunspell_spell_checker.h"
+#include "platform/linux/language/linux_region.h"
+#include "platform/linux/on_device/absent_on_device_model.h"
+#include "platform/linux/pasteboard/x11_clipboard_text.h"
+#include "platform/linux/pasteboard/x11_pasteboard.h"
+#include "platform/linux/storage/json_defaults_store.h"
+#include "platform/linux/storage/linux_disk_space.h"
+#include "platform/linux/storage/secret_service_store.h"
+#include "platform/linux/system/linux_permissions.h"
+#include "platform/linux/system/stderr_log.h"
+#include "platform/linux/system/upower_source.h"
+#include "platform/linux/system/utility_work.h"
+#include "platform/qt/desktop/qt_screens.h"
+#include "platform/qt/drawing/qt_font_metrics.h"
+#include "platform/qt/drawing/qt_overlay_surface.h"
+#include "platform/qt/network/qt_http_client.h"
+#include "platform/qt/network/qt_http_downloads.h"
+#include "platform/qt/system/qt_main_loop.h"
+#include "platform/storage/atomic_file.h"
+
+namespace nimbletype {
+
+// All adapters of the Linux desktop. Needs a running QGuiApplication on an X11 display.
+class LinuxDesktop {
+ public:
+  LinuxDesktop(std::optional<std::string> modelFile, bool verbose);
+  Ports ports();
+  MainLoop& loop() { return loop_; }
+
+ private:
+  StderrLog log_;
+  QtMainLoop loop_;
+  AtspiAccessibility accessibility_;
+  X11Workspace workspace_;
+  XcbEventTap eventTap_;
+  XcbEventPoster eventPoster_;
+  X11Pasteboard pasteboard_;
+  X11SecureInput secureInput_;
+  QtScreens screens_;
+  QtFontMetrics fontMetrics_;
+  QtOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
+  UPowerSource power_;
+  HunspellSpellChecker spellChecker_;
+  LinuxPermissions permissions_;
+  AtomicFile defaultsFile_, rulesFile_, statisticsFile_, memoryFile_;
+  JsonDefaultsStore defaults_;
+  QtHttpClient http_;
+  QtHttpDownloads downloads_;
+  SecretServiceStore secrets_;
+  AbsentOnDeviceModel onDevice_;
+  UtilityWork background_;
+  LinuxDiskSpace disk_;
+  LinuxRegion region_;
+  TesseractScreenReader screenReader_;
+  X11ClipboardText clipboardText_;
+  std::optional<std::string> modelFile_;
+};
+
+}  // namespace nimbletype

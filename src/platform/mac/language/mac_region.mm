@@ -1,0 +1,18 @@
+#include "platform/mac/language/mac_region.h"
+
+#import <Foundation/Foundation.h>
+
+#include "platform/mac/bridge/mac_text.h"
+
+namespace nimbletype {
+
+Region MacRegion::region() const {
+  @autoreleasepool {
+    // The process remembers the zone it started in.
+    [NSTimeZone resetSystemTimeZone];
+    return {utf8String(NSLocale.autoupdatingCurrentLocale.localeIdentifier),
+            utf8String(NSTimeZone.systemTimeZone.name)};
+  }
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,15 @@
+#pragma once
+#include "platform/storage/secret_store.h"
+
+namespace nimbletype {
+
+// The port over generic passwords in the user's Keychain: usable once the user has logged in, never carried
+// to another computer.
+class MacSecretStore final : public SecretStore {
+ public:
+  [[nodiscard]] Task read(const std::string& account, ReadHandler done) override;
+  [[nodiscard]] Task write(const std::string& account, const std::string& secret, WriteHandler done) override;
+  [[nodiscard]] Task remove(const std::string& account, WriteHandler done) override;
+};
+
+}  // namespace nimbletype

@@ -1,0 +1,28 @@
+#pragma once
+#import <Foundation/Foundation.h>
+
+#include "platform/system/permission_source.h"
+
+namespace nimbletype {
+
+// The port over the system's privacy settings.
+class MacPermissions final : public PermissionSource {
+ public:
+  MacPermissions() = default;
+  ~MacPermissions() override { onTrustChange({}); }
+  MacPermissions(const MacPermissions&) = delete;
+  MacPermissions& operator=(const MacPermissions&) = delete;
+
+  bool isTrusted() const override;
+  void askForTrust() override;
+  void onTrustChange(std::function<void()> changed) override;
+  bool canRecordScreen() const override;
+  bool askForScreenRecording() override;
+  bool systemPredictionsOn() const override;
+  void openSettings(std::string_view address) override;
+
+ private:
+  id<NSObject> registration_ = nil;
+};
+
+}  // namespace nimbletype

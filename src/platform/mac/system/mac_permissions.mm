@@ -1,0 +1,53 @@
+#include "platform/mac/system/mac_permissions.h"
+
+#import <AppKit/AppKit.h>
+#import <ApplicationServices/ApplicationServices.h>
+
+#include "platform/mac/bridge/mac_text.h"
+
+namespace nimbletype {
+
+bool MacPermissions::isTrusted() const {
+  return AXIsProcessTrusted();
+}
+
+void MacPermissions::askForTrust() {
+  NSDictionary* options = @{(__bridge NSString*)kAXTrustedCheckOptionPrompt : @YES};
+  AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
+}
+
+void MacPermissions::onTrustChange(std::function<void()> changed) {
+  NSDistributedNotificationCenter* center = NSDistributedNotificationCenter.defaultCenter;
+  if (registration_) [center removeObserver:registration_];
+  registration_ = nil;
+  if (!changed) return;
+  registration_ = [center addObserverForName:@"com.apple.accessibility.api"
+                                      object:nil
+                                       queue:NSOperationQueue.mainQueue
+                                  usingBlock:^(NSNotification*) {
+                                    changed();
+                                  }];
+}
+
+bool MacPermissions::canRecordScreen() const {
+  return CGPreflightScreenCaptureAccess();
+}
+
+bool MacPermissions::askForScreenRecording() {
+  return CGRequestScreenCaptureAccess();
+}
+
+// Where the user has never chosen, the system knows its default.
+bool MacPermissions::systemPredictionsOn() const {
+  NSDictionary* global = [NSUserDefaults.standardUserDefaults persistentDomainForName:NSGlobalDomain];
+  NSNumber* chosen = global[@"NSAutomaticInlinePredictionEnabled"];
+  if ([chosen isKindOfClass:NSNumber.class]) return chosen.boolValue;
+  return NSSpellChecker.automaticInlinePredictionEnabled;
+}
+
+void MacPermissions::openSettings(std::string_view address) {
+  NSURL* url = [NSURL URLWithString:nsString(address)];
+  if (url) [NSWorkspace.sharedWorkspace openURL:url];
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,23 @@
+#include "platform/scripted/drawing/recording_surface.h"
+
+namespace nimbletype {
+
+void RecordingSurface::show(const DrawList& list) {
+  shown = list;
+  ++shows;
+}
+
+void RecordingSurface::hide() {
+  shown.reset();
+  ++hides;
+}
+
+std::vector<std::string> RecordingSurface::texts() const {
+  std::vector<std::string> all;
+  if (!shown) return all;
+  for (const auto& item : shown->items)
+    if (const auto* text = std::get_if<TextDraw>(&item)) all.push_back(text->text);
+  return all;
+}
+
+}  // namespace nimbletype

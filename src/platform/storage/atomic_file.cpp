@@ -1,0 +1,136 @@
+#include "platform/storage/atomic_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+namespace nimbletype {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view asideEnd = ".unreadable";
+
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  ~Descriptor() { close(); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  bool isOpen() const { return fd_ >= 0; }
+  bool write(std::string_view bytes) const {
+    while (!bytes.empty()) {
+      const auto written = ::write(fd_, bytes.data(), bytes.size());
+      if (written < 0 && errno == EINTR) continue;
+      if (written <= 0) return false;
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+  }
+  // The Mac's own fsync is content with the disk's cache.
+  bool sync() const {
+#ifdef F_FULLFSYNC
+    if (::fcntl(fd_, F_FULLFSYNC) == 0) return true;
+#endif
+    return ::fsync(fd_) == 0;
+  }
+  bool close() { return fd_ < 0 || ::close(std::exchange(fd_, -1)) == 0; }
+
+ private:
+  int fd_;
+};
+
+bool writeWhole(int fd, const std::string& content) {
+  Descriptor file(fd);
+  return file.isOpen() && file.write(content) && file.sync() && file.close();
+}
+
+// Without this a power cut may bring the old name table back.
+void syncFolder(const fs::path& folder) {
+  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_CLOEXEC));
+  if (descriptor.isOpen()) descriptor.sync();
+}
+
+fs::path behindLinks(const fs::path& path) {
+  std::error_code error;
+  const auto target = fs::weakly_canonical(path, error);
+  return error ? path : target;
+}
+
+std::string temporaryStart(const fs::path& target) {
+  return "." + target.filename().string() + ".";
+}
+
+std::vector<fs::path> filesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(folder, error)) files.push_back(entry.path());
+  return files;
+}
+
+}  // namespace
+
+std::optional<std::string> AtomicFile::read() const {
+  std::error_code error;
+  if (!fs::is_regular_file(path_, error)) return std::nullopt;
+  std::ifstream in(path_, std::ios::binary);
+  std::string content(std::istreambuf_iterator<char>(in), {});
+  if (!in) return std::nullopt;
+  return content;
+}
+
+bool AtomicFile::write(const std::string& content) {
+  const auto target = behindLinks(path_);
+  std::error_code error;
+  fs::create_directories(target.parent_path(), error);
+  auto temporary = (target.parent_path() / (temporaryStart(target) + "XXXXXX")).string();
+  const int fd = ::mkstemp(temporary.data());
+  if (fd < 0) return false;
+  if (!writeWhole(fd, content) || std::rename(temporary.c_str(), target.c_str()) != 0) {
+    ::unlink(temporary.c_str());
+    return false;
+  }
+  syncFolder(target.parent_path());
+  return true;
+}
+
+bool AtomicFile::setAside() {
+  // An earlier file set aside is not lost to a later one.
+  std::error_code error;
+  auto aside = path_;
+  aside += asideEnd;
+  for (int n = 2; fs::exists(aside, error); ++n)
+    (aside = path_) += std::string(asideEnd) + "-" + std::to_string(n);
+  fs::rename(path_, aside, error);
+  return !fs::exists(fs::symlink_status(path_, error));
+}
+
+// What a write that was cut short left behind goes as well.
+bool AtomicFile::erase() {
+  const auto target = behindLinks(path_);
+  std::vector<fs::path> all{path_, target};
+  for (const auto& folder : {path_.parent_path(), target.parent_path()})
+    std::ranges::copy_if(filesIn(folder), std::back_inserter(all), [&](const fs::path& file) {
+      const auto name = file.filename().string();
+      return name.starts_with(path_.filename().string() + std::string(asideEnd)) ||
+             name.starts_with(temporaryStart(target));
+    });
+  for (const auto& file : all) {
+    std::error_code error;
+    fs::remove(file, error);
+  }
+  return std::ranges::none_of(all, [](const fs::path& file) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(file, error));
+  });
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,79 @@
+#include "core/app/system_wide_watch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/scripted/keys/scripted_event_tap.h"
+#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/scripted_permissions.h"
+#include "platform/scripted/system/virtual_main_loop.h"
+
+namespace nimbletype {
+namespace {
+
+using testing::ElementsAre;
+using Line = RecordingLog::Line;
+
+struct SystemWideWatchTest : testing::Test {
+  void trust(bool trusted) {
+    desktop.trusted = trusted;
+    desktop.tell();
+  }
+  VirtualMainLoop loop;
+  RecordingLog log;
+  ScriptedPermissions desktop;
+  ScriptedEventTap tap;
+  Permissions permissions{desktop, loop};
+  KeyTap keys{tap, log};
+  int begun = 0;
+  SystemWideWatch watch{permissions, keys, loop, log, [this] { ++begun; }};
+};
+
+TEST_F(SystemWideWatchTest, RunsTheTapWhileItIsAllowed) {
+  EXPECT_FALSE(watch.start());
+  EXPECT_EQ(begun, 0);
+  trust(true);
+  EXPECT_TRUE(tap.isRunning());
+  EXPECT_EQ(begun, 1);
+  trust(false);
+  EXPECT_FALSE(tap.isRunning());
+  trust(true);
+  EXPECT_TRUE(tap.isRunning());
+  EXPECT_EQ(begun, 1);
+  EXPECT_THAT(log.lines, ElementsAre(Line{"app", "system-wide start: tap running false"},
+                                     Line{"app", "system-wide start: tap running true"},
+                                     Line{"app", "system-wide start: tap running true"}));
+}
+
+TEST_F(SystemWideWatchTest, ReadsFieldsAlthoughTheTapIsRefused) {
+  trust(true);
+  tap.allowed = false;
+  EXPECT_FALSE(watch.start());
+  EXPECT_EQ(begun, 1);
+  tap.allowed = true;
+  loop.advance(SystemWideWatch::retryInterval);
+  EXPECT_TRUE(tap.isRunning());
+}
+
+TEST_F(SystemWideWatchTest, GetsBackATapThatTheDesktopTookAway) {
+  trust(true);
+  ASSERT_TRUE(watch.start());
+  tap.takeAway();
+  EXPECT_FALSE(keys.isRunning());
+  loop.advance(SystemWideWatch::retryInterval);
+  EXPECT_TRUE(keys.isRunning());
+}
+
+TEST_F(SystemWideWatchTest, LetsGoForGoodWhenTheApplicationQuits) {
+  trust(true);
+  EXPECT_TRUE(watch.start());
+  watch.stop();
+  EXPECT_FALSE(tap.isRunning());
+  trust(false);
+  trust(true);
+  loop.advance(SystemWideWatch::retryInterval);
+  EXPECT_FALSE(tap.isRunning());
+}
+
+}  // namespace
+}  // namespace nimbletype

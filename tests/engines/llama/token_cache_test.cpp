@@ -1,0 +1,44 @@
+#include "engines/llama/token_cache.h"
+
+#include <gtest/gtest.h>
+
+namespace nimbletype {
+namespace {
+
+TEST(TokenCache, KeepsTheCommonPrefixButNeverTheWholePrompt) {
+  struct Case {
+    Tokens cached, prompt;
+    std::size_t kept;
+  };
+  const Case cases[] = {
+      {{}, {1, 2, 3}, 0},
+      {{1, 2, 3}, {1, 2, 3}, 2},
+      {{1, 2, 3}, {1, 2, 3, 4}, 3},
+      {{1, 2, 3, 4}, {1, 2, 3}, 2},
+      {{1, 2, 3}, {1, 9, 3, 4}, 1},
+      {{7, 8}, {1, 2}, 0},
+      {{1}, {1}, 0},
+      {{1, 2}, {}, 0},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(testing::PrintToString(each.prompt));
+    EXPECT_EQ(reusableTokens(each.cached, each.prompt), each.kept);
+  }
+}
+
+TEST(TokenCache, LongTextsKeepTheirBeginningForHundredsOfTokens) {
+  constexpr std::size_t capacity = 2000;
+  EXPECT_EQ(windowStart(capacity, capacity), 0U);
+  const auto start = windowStart(capacity + 1, capacity);
+  std::size_t moves = 0;
+  for (std::size_t count = capacity + 1; count < capacity + 1025; ++count) {
+    ASSERT_LE(count - windowStart(count, capacity), capacity);
+    ASSERT_GE(count - windowStart(count, capacity), capacity - 512);
+    if (windowStart(count, capacity) != windowStart(count - 1, capacity)) ++moves;
+  }
+  EXPECT_GT(start, 0U);
+  EXPECT_EQ(moves, 2U);
+}
+
+}  // namespace
+}  // namespace nimbletype

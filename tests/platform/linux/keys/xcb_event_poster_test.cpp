@@ -1,0 +1,115 @@
+#include "platform/linux/keys/xcb_event_poster.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/platform/linux/keys/key_desk.h"
+#include "text/text.h"
+
+namespace nimbletype {
+namespace {
+
+struct XcbEventPosterTest : testing::Test {
+  void type(std::string_view text) {
+    ASSERT_TRUE(poster.begin());
+    poster.type(text::toUtf16(text));
+    poster.end();
+  }
+  void expectText(const std::string& text) {
+    desk.waitUntil("'" + text + "' to be typed",
+                   [&] { return !poster.isInjecting() && desk.window.text.size() >= text.size(); });
+    EXPECT_EQ(desk.window.text, text);
+    desk.window.text.clear();
+  }
+  std::size_t freeKeys() const { return readTypingLayout(observer.get()).freeKeys.size(); }
+
+  KeyDesk desk;
+  XcbConnection observer = connectToDisplay(desk.display.name());
+  XcbEventPoster poster{desk.loop, [] { return 0u; }, desk.display.name()};
+};
+
+TEST_F(XcbEventPosterTest, TypesWhatTheLayoutHasAndWhatItLacks) {
+  EXPECT_TRUE(poster.mayPost());
+  for (const char* text : {"Hello, World! (42%)", "naïve café — “quoted” 👍🏽", "é", "日本語", "a\tb"}) {
+    type(text);
+    expectText(text);
+  }
+}
+
+TEST_F(XcbEventPosterTest, GivesKeysBackAfterwards) {
+  const std::size_t before = freeKeys();
+  ASSERT_GT(before, 4u);
+  type("äöü");
+  expectText("äöü");
+  EXPECT_EQ(freeKeys(), before - 3);
+  desk.waitUntil("the keys to be free again", [&] { return freeKeys() == before; });
+  {
+    XcbEventPoster passing(desk.loop, nullptr, desk.display.name());
+    ASSERT_TRUE(passing.begin());
+    passing.type(u"ß");
+    passing.end();
+  }
+  desk.waitUntil("the keys to be free once the poster has gone", [&] { return freeKeys() == before; });
+}
+
+TEST_F(XcbEventPosterTest, TypesMoreForeignCharactersThanThereAreFreeKeys) {
+  std::string text, later = " und später";
+  for (char32_t c = 0x3b1; c < 0x3b1 + 60; ++c)
+    text += text::toUtf8(std::u16string(1, static_cast<char16_t>(c)));
+  ASSERT_GT(60u, freeKeys());
+  type(text);
+  EXPECT_TRUE(poster.isInjecting());
+  type(later);
+  expectText(text + later);
+}
+
+TEST_F(XcbEventPosterTest, TypesTheSameWhateverTheUserHolds) {
+  for (std::uint8_t held :
+       {ModifierSet::shift, ModifierSet::control, ModifierSet::option, ModifierSet::command}) {
+    desk.user.hold({held});
+    type("Ab é");
+    expectText("Ab é");
+    // Still held for whatever the user presses next, and let go when the user lets go.
+    desk.window.keys.clear();
+    desk.user.press(0);
+    desk.user.release({held});
+    desk.user.press(0);
+    desk.letKeysArrive();
+    EXPECT_THAT(desk.window.keys, testing::ElementsAre(KeyCombo{0, {held}}, KeyCombo{0, {}}));
+    desk.window.text.clear();
+  }
+}
+
+TEST_F(XcbEventPosterTest, CapsLockDoesNotLeakAndStaysOn) {
+  constexpr std::uint16_t capsLock = 57;
+  desk.user.press(capsLock);
+  desk.letKeysArrive();
+  desk.window.text.clear();
+  type("Ab");
+  expectText("Ab");
+  desk.user.press(0);
+  expectText("A");
+}
+
+TEST_F(XcbEventPosterTest, PressesKeysWithTheirModifiers) {
+  ASSERT_TRUE(poster.begin());
+  poster.press(0, {});
+  poster.press(key::deleteBack, {});
+  poster.press(key::v, {ModifierSet::command});
+  poster.press(key::leftArrow, {ModifierSet::shift});
+  poster.end();
+  desk.letKeysArrive();
+  using testing::ElementsAre;
+  EXPECT_THAT(desk.window.keys, ElementsAre(KeyCombo{0, {}}, KeyCombo{key::deleteBack, {}},
+                                            KeyCombo{key::v, {ModifierSet::control}},
+                                            KeyCombo{key::leftArrow, {ModifierSet::shift}}));
+}
+
+TEST_F(XcbEventPosterTest, HasNoEventSourceWithoutDisplay) {
+  XcbEventPoster nowhere(desk.loop, nullptr, ":4711");
+  EXPECT_FALSE(nowhere.begin());
+  EXPECT_FALSE(nowhere.mayPost());
+}
+
+}  // namespace
+}  // namespace nimbletype

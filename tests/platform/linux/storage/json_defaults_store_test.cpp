@@ -1,0 +1,97 @@
+#include "platform/linux/storage/json_defaults_store.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/scripted/storage/memory_file_store.h"
+#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/virtual_main_loop.h"
+#include "tests/platform/storage/defaults_store_conformance.h"
+
+namespace nimbletype {
+namespace {
+
+using testing::HasSubstr;
+
+struct JsonStoreHarness {
+  DefaultsStore& store() { return *json; }
+  void reopen() {
+    json.reset();
+    json.emplace(file, loop, log);
+  }
+  MemoryFileStore file;
+  VirtualMainLoop loop;
+  RecordingLog log;
+  std::optional<JsonDefaultsStore> json{std::in_place, file, loop, log};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Json, DefaultsStoreConformance, JsonStoreHarness);
+
+class JsonDefaultsStoreTest : public testing::Test {
+ protected:
+  JsonDefaultsStore& open(const std::string& content) {
+    harness.file.content = content;
+    harness.json.emplace(harness.file, harness.loop, harness.log);
+    return *harness.json;
+  }
+  JsonStoreHarness harness;
+};
+
+TEST_F(JsonDefaultsStoreTest, ReadsHandWrittenForms) {
+  const auto& store = open(R"({
+    // tuned by me
+    "scale": 1, "exact": 1.0, "small": 1e-3, "on": true, "huge": 18446744073709551615, "nothing": null,
+    "list": [1], "key": {"data": "x"}, "raw": {"bytes": [0, 255]}, "odd": {"bytes": [256]}, "other": {"a": 1}})");
+  const std::vector<std::pair<std::string, std::optional<DefaultsValue>>> table{
+      {"scale", std::int64_t{1}}, {"exact", 1.0},
+      {"small", 0.001},           {"on", true},
+      {"key", DataValue{"x"}},    {"raw", DataValue{std::string("\0\xFF", 2)}},
+      {"huge", std::nullopt},     {"nothing", std::nullopt},
+      {"list", std::nullopt},     {"odd", std::nullopt},
+      {"other", std::nullopt},
+  };
+  for (const auto& [key, value] : table) EXPECT_EQ(store.get(key), value) << key;
+}
+
+TEST_F(JsonDefaultsStoreTest, KeepsWhatItDoesNotUnderstand) {
+  auto& store = open(R"({"AppleLanguages": ["de"], "a": 1})");
+  store.set("a", std::int64_t{2});
+  store.flush();
+  EXPECT_THAT(*harness.file.content, HasSubstr(R"("AppleLanguages": [)"));
+  EXPECT_THAT(store.keys(), testing::ElementsAre("AppleLanguages", "a"));
+}
+
+TEST_F(JsonDefaultsStoreTest, SetsAsideWhatCannotBeRead) {
+  for (const std::string content : {"{\"a\": 1", "[1]", "", "garbage\xFF"}) {
+    SCOPED_TRACE(content);
+    harness.log.lines.clear();
+    auto& store = open(content);
+    EXPECT_THAT(store.keys(), testing::IsEmpty());
+    EXPECT_EQ(harness.file.asides.back(), content);
+    EXPECT_EQ(harness.log.lines.size(), 1U);
+  }
+}
+
+TEST_F(JsonDefaultsStoreTest, WritesTheChangesOfOneTurnTogether) {
+  auto& store = harness.store();
+  for (int i = 0; i < 50; ++i) store.set("key" + std::to_string(i), std::int64_t{i});
+  harness.loop.advance(Milliseconds(0));
+  EXPECT_EQ(harness.file.writes, 1);
+  store.remove("never there");
+  harness.loop.advance(Milliseconds(0));
+  EXPECT_EQ(harness.file.writes, 1);
+}
+
+TEST_F(JsonDefaultsStoreTest, AFailedWriteIsTriedAgainWithTheNextChange) {
+  harness.file.failsToWrite = true;
+  harness.store().set("a", true);
+  harness.loop.advance(Milliseconds(0));
+  EXPECT_EQ(harness.log.lines.size(), 1U);
+  EXPECT_EQ(harness.store().get("a"), DefaultsValue(true));
+  harness.file.failsToWrite = false;
+  harness.store().set("b", true);
+  harness.loop.advance(Milliseconds(0));
+  EXPECT_THAT(*harness.file.content, HasSubstr("\"a\": true"));
+}
+
+}  // namespace
+}  // namespace nimbletype

@@ -1,0 +1,28 @@
+#include "platform/linux/system/linux_permissions.h"
+
+#include "platform/scripted/accessibility/scripted_accessibility.h"
+#include "platform/scripted/system/virtual_main_loop.h"
+#include "tests/platform/system/permission_source_conformance.h"
+
+namespace nimbletype {
+namespace {
+
+struct LinuxPermissionsHarness {
+  PermissionSource& permissions() { return source; }
+  VirtualMainLoop loop;
+  ScriptedAccessibility accessibility{loop};
+  LinuxPermissions source{accessibility};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PermissionSourceConformance, LinuxPermissionsHarness);
+
+TEST(LinuxPermissions, AccessIsThereWhenTheAccessibilityBusIs) {
+  LinuxPermissionsHarness harness;
+  for (const bool open : {false, true}) {
+    harness.accessibility.trusted = open;
+    EXPECT_EQ(harness.source.isTrusted(), open);
+  }
+}
+
+}  // namespace
+}  // namespace nimbletype

@@ -1,0 +1,98 @@
+#include "tests/platform/qt/drawing/x11_client.h"
+
+#include <xcb/shape.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+namespace nimbletype {
+namespace {
+
+struct Free {
+  void operator()(void* reply) const { std::free(reply); }
+};
+
+template <typename Reply>
+std::unique_ptr<Reply, Free> owned(Reply* reply) {
+  if (!reply) throw std::runtime_error("the X server gave no answer");
+  return std::unique_ptr<Reply, Free>(reply);
+}
+
+const xcb_screen_t& screenOf(xcb_connection_t* connection) {
+  return *xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}
+
+}  // namespace
+
+X11Client::X11Client(const QRect& place, std::uint32_t color) : connection_(xcb_connect(nullptr, nullptr)) {
+  const xcb_screen_t& screen = screenOf(connection_);
+  window_ = xcb_generate_id(connection_);
+  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen.root,
+                    static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()),
+                    static_cast<std::uint16_t>(place.width()), static_cast<std::uint16_t>(place.height()), 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL, &color);
+  xcb_map_window(connection_, window_);
+  xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
+  focus();  // waits until the server has done all this
+}
+
+X11Client::~X11Client() {
+  xcb_disconnect(connection_);
+}
+
+xcb_window_t X11Client::focus() const {
+  return owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr))->focus;
+}
+
+std::uint32_t X11Client::pixelAt(const QPoint& point) const {
+  const auto cookie =
+      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screenOf(connection_).root,
+                    static_cast<std::int16_t>(point.x()), static_cast<std::int16_t>(point.y()), 1, 1, ~0U);
+  const auto image = owned(xcb_get_image_reply(connection_, cookie, nullptr));
+  std::uint32_t pixel = 0;
+  std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof pixel);
+  return pixel & 0xFFFFFF;
+}
+
+QRegion X11Client::shapeOf(xcb_window_t window, Shape shape) const {
+  const auto kind = shape == Shape::input ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
+  const auto reply = owned(xcb_shape_get_rectangles_reply(
+      connection_, xcb_shape_get_rectangles(connection_, window, kind), nullptr));
+  QRegion region;
+  const auto* rects = xcb_shape_get_rectangles_rectangles(reply.get());
+  for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i)
+    region += QRect(rects[i].x, rects[i].y, rects[i].width, rects[i].height);
+  return region;
+}
+
+bool X11Client::isMapped(xcb_window_t window) const {
+  const auto cookie = xcb_get_window_attributes(connection_, window);
+  return owned(xcb_get_window_attributes_reply(connection_, cookie, nullptr))->map_state ==
+         XCB_MAP_STATE_VIEWABLE;
+}
+
+void X11Client::ownSelection(const char* name, bool own) const {
+  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+  const auto atom = owned(xcb_intern_atom_reply(connection_, cookie, nullptr));
+  xcb_set_selection_owner(connection_, own ? window_ : XCB_NONE, atom->atom, XCB_CURRENT_TIME);
+  focus();
+}
+
+bool X11Client::soon(const std::function<bool()>& condition) const {
+  for (int roundTrips = 0; roundTrips < 10000; ++roundTrips)
+    if (condition()) return true;
+  return false;
+}
+
+bool eventually(const std::function<bool()>& condition) {
+  const QDeadlineTimer patience(20000);
+  while (!condition() && !patience.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+  return condition();
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,91 @@
+#include "platform/scripted/pasteboard/scripted_pasteboard.h"
+#include "platform/scripted/storage/memory_defaults_store.h"
+#include "platform/scripted/storage/memory_file_store.h"
+#include "platform/scripted/storage/memory_secret_store.h"
+#include "platform/scripted/system/scripted_background_work.h"
+#include "platform/scripted/system/scripted_permissions.h"
+#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/virtual_main_loop.h"
+#include "tests/platform/pasteboard/pasteboard_conformance.h"
+#include "tests/platform/storage/defaults_store_conformance.h"
+#include "tests/platform/storage/file_store_conformance.h"
+#include "tests/platform/storage/secret_store_conformance.h"
+#include "tests/platform/system/background_work_conformance.h"
+#include "tests/platform/system/main_loop_conformance.h"
+#include "tests/platform/system/permission_source_conformance.h"
+#include "tests/platform/system/power_source_conformance.h"
+
+namespace nimbletype {
+namespace {
+
+struct VirtualLoopHarness {
+  MainLoop& loop() { return virtualLoop; }
+  bool runUntil(const std::function<bool()>& done) {
+    // Other threads post in real time, so there must be many turns.
+    for (int turn = 0; turn < 10'000'000 && !done(); ++turn) virtualLoop.advance(Milliseconds(1));
+    return done();
+  }
+  VirtualMainLoop virtualLoop;
+};
+
+struct MemoryDefaultsHarness {
+  DefaultsStore& store() { return memory; }
+  void reopen() {}
+  MemoryDefaultsStore memory;
+};
+
+struct MemoryFileHarness {
+  FileStore& file() { return memory; }
+  void reopen() {}
+  MemoryFileStore memory;
+};
+
+struct MemorySecretHarness : VirtualLoopHarness {
+  SecretStore& store() { return memory; }
+  void reopen() {}
+  void lock() { memory.locked = true; }
+  void vanish() { memory.available = false; }
+  MemorySecretStore memory{virtualLoop};
+};
+
+struct ScriptedWorkHarness : VirtualLoopHarness {
+  BackgroundWork& work() { return scripted; }
+  ScriptedBackgroundWork scripted{virtualLoop};
+};
+
+struct ScriptedPowerHarness {
+  PowerSource& power() { return scripted; }
+  void setBattery(bool on) { scripted.setBattery(on); }
+  bool runUntil(const std::function<bool()>& done) { return done(); }
+  ScriptedPower scripted;
+};
+
+struct ScriptedPermissionsHarness {
+  PermissionSource& permissions() { return scripted; }
+  ScriptedPermissions scripted;
+};
+
+struct ScriptedPasteboardHarness : VirtualLoopHarness {
+  using Formats = ScriptedPasteboard::Item;
+  Pasteboard& pasteboard() { return scripted; }
+  std::string textFormat() { return ScriptedPasteboard::textFormat; }
+  std::string passingMark() { return ScriptedPasteboard::passingMark; }
+  void copy(const Formats& formats) {
+    scripted.copy(formats.empty() ? ScriptedPasteboard::Items{} : ScriptedPasteboard::Items{formats});
+  }
+  Formats paste() { return scripted.read().empty() ? Formats{} : scripted.read().front(); }
+  void hang(bool hangs) { scripted.ownerTakes = Milliseconds(hangs ? 10'000 : 0); }
+  ScriptedPasteboard scripted{virtualLoop};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
+
+}  // namespace
+}  // namespace nimbletype
