@@ -22,16 +22,17 @@ StageTrace::StageTrace(const char* path, CompletionEngine& engine, MainLoop& loo
   if (!file_) return;
   std::setvbuf(file_.get(), nullptr, _IOLBF, 0);
   engine.onStage([this](CompletionEngine::Stage stage) { reached(stage); });
-  engine.onStatusChanged([this](const Status& status) { write("status " + status.label()); });
+  status_ = engine.status().observe([this] { write("status " + engine_.status().get().label()); });
 }
 
 void StageTrace::reached(CompletionEngine::Stage stage) {
   write(name(stage));
   if (stage == CompletionEngine::Stage::requested) asked_ = true;
-  if (stage != CompletionEngine::Stage::shown || !std::exchange(asked_, false) || !engine_.snapshot()) return;
+  if (stage != CompletionEngine::Stage::shown || !std::exchange(asked_, false) || !engine_.snapshot().get())
+    return;
   // The engine names the suggestion as its last one once it is on screen.
-  suggestion_ = loop_.after(Milliseconds{0}, [this, before = engine_.snapshot()->before] {
-    write("suggestion " + described(before, engine_.lastSuggestion()));
+  suggestion_ = loop_.after(Milliseconds{0}, [this, before = engine_.snapshot().get()->before] {
+    write("suggestion " + described(before, engine_.lastSuggestion().get()));
   });
 }
 

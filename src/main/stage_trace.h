@@ -7,7 +7,7 @@
 namespace nimbletype {
 
 // Writes when the engine reached which step to a file, one line each: microseconds of the monotonic clock, a
-// blank, the step. A new suggestion is written too, as "suggestion {"before": ..., "text": ...}". For
+// blank, the step. A new suggestion is written too, as "suggestion {"before": ..., "text": ...}".
 // Every new status is written as "status" and its sentence. For
 // measuring and demonstrating the road from key press to ghost from outside; the file holds what the user
 // types.
@@ -25,7 +25,7 @@ class StageTrace {
   CompletionEngine& engine_;
   MainLoop& loop_;
   bool asked_ = false;  // since the last new suggestion
-  Task suggestion_;
+  Task suggestion_, status_;
 };
 
 }  // namespace nimbletype

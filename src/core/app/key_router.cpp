@@ -1,5 +1,7 @@
 #include "core/app/key_router.h"
 
+#include <algorithm>
+
 namespace nimbletype {
 
 KeyRouter::KeyRouter(KeyTap& tap, CompletionEngine& engine, Preferences& prefs)
@@ -13,13 +15,28 @@ KeyRouter::KeyRouter(KeyTap& tap, CompletionEngine& engine, Preferences& prefs)
 }
 
 bool KeyRouter::handle(const TapEvent& event) {
-  if (const auto* press = std::get_if<KeyPress>(&event)) return engine_.keyPressed(*press);
+  if (const auto* press = std::get_if<KeyPress>(&event)) return pressed(*press);
   engine_.pointerPressed();
   return false;
 }
 
+// The repeats of a key that was taken stay ours, whatever is left to take; so it has to stay takeable.
+bool KeyRouter::pressed(const KeyPress& press) {
+  if (press.isRepeat) {
+    const bool ours = held_.owns(press);
+    if (ours) engine_.keyPressed(press);
+    return ours;
+  }
+  const auto held = held_.ours();
+  held_.pressed(press.combo(), engine_.keyPressed(press));
+  if (held_.ours() != held) update();
+  return held_.ours().has_value();
+}
+
 void KeyRouter::update() {
-  tap_.setTakeable(engine_.takeableKeys());
+  std::vector<KeyCombo> keys = engine_.takeableKeys();
+  if (const auto held = held_.ours(); held && std::ranges::count(keys, *held) == 0) keys.push_back(*held);
+  tap_.setTakeable(keys);
   tap_.setShortcuts(shortcutKeys(prefs_));
 }
 

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "core/completion/completion_engine.h"
+#include "core/completion/deciding/held_key.h"
 #include "input/keys/key_tap.h"
 
 namespace nimbletype {
@@ -13,11 +14,13 @@ class KeyRouter {
 
  private:
   bool handle(const TapEvent& event);
+  bool pressed(const KeyPress& press);
   void update();
 
   KeyTap& tap_;
   CompletionEngine& engine_;
   Preferences& prefs_;
+  HeldKey held_;
   std::vector<Task> observations_;
 };
 

@@ -4,37 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "core/completion/asking/field_session.h"
-#include "core/completion/asking/generation.h"
-#include "core/completion/asking/request_maker.h"
+#include "core/completion/asking/running_request.h"
 #include "core/completion/asking/warm_up.h"
-#include "core/completion/deciding/escape_suppression.h"
-#include "core/completion/deciding/gates.h"
-#include "core/completion/deciding/key_commands.h"
-#include "core/completion/deciding/own_change.h"
-#include "core/completion/deciding/status.h"
-#include "core/completion/offers/alternatives_session.h"
-#include "core/completion/offers/emoji_offer.h"
-#include "core/completion/showing/suggestion.h"
-#include "core/completion/showing/suggestion_display.h"
-#include "core/rules/app_rules.h"
-#include "core/settings/preferences.h"
-#include "engines/provider/provider_hub.h"
-#include "input/field/field_source.h"
-#include "input/monitors/power_monitor.h"
-#include "input/monitors/typo_checker.h"
-#include "overlay/ghost/ghost_content.h"
-#include "personal/stats/stats_store.h"
-#include "platform/desktop/screens.h"
-#include "platform/drawing/font_metrics.h"
-#include "platform/keys/event_tap.h"
-#include "platform/keys/secure_input.h"
-#include "platform/system/system_log.h"
+#include "core/completion/commands.h"
+#include "core/completion/offers/spelling.h"
 
 namespace nimbletype {
 
-// Turns field changes and key presses into suggestions. It conducts: what it decides lies in the pure
-// functions beside it. Main thread only.
+// Turns field changes and key presses into suggestions. Here is the road of a change; the gate keeper tells
+// what may be asked, the demand what was asked for by hand, the running request what is being written, the
+// offer what stands at the caret, the hand what goes in, and the commands what keys do. Main thread only.
 class CompletionEngine {
  public:
   struct Services {
@@ -56,12 +35,6 @@ class CompletionEngine {
     WritingMemory& memory;
     SystemLog& log;
   };
-  // The last generation, for diagnostics: what was asked and answered, and how long it took.
-  struct LastGeneration {
-    Milliseconds latency{0};
-    std::string prompt, output;
-    CompletionCost cost;
-  };
 
   explicit CompletionEngine(const Services& services);
   CompletionEngine(const CompletionEngine&) = delete;
@@ -75,136 +48,87 @@ class CompletionEngine {
   void fieldLost(const std::string& reason);
 
   // A key press of the tap; true when the engine took it. Never waits on anything.
-  bool keyPressed(const KeyPress& press);
-  void pointerPressed();
+  bool keyPressed(const KeyPress& press) { return commands_.keyPressed(press); }
+  void pointerPressed() { commands_.pointerPressed(); }
 
   // The commands behind the keys; the boolean tells whether the key was consumed.
-  bool acceptNext();
-  bool acceptAll();
-  bool escape();
-  void suggestNow();
-  // Opens the list of other suggestions, or goes to its next row.
-  void showAlternatives();
-  void toggleApp();
-  void toggleGlobal();
+  bool acceptNext() { return commands_.accept(KeyCommand::acceptNext); }
+  bool acceptAll() { return commands_.accept(KeyCommand::acceptAll); }
+  bool escape() { return commands_.escape(); }
+  bool suggestNow() { return commands_.suggestNow(); }
+  bool showAlternatives() { return commands_.showAlternatives(); }
+  bool toggleApp() { return commands_.toggleApp(); }
+  bool toggleGlobal() { return commands_.toggleGlobal(); }
   // Hides what is shown and cancels what is under way.
-  void dismiss();
+  void dismiss() { commands_.dismiss(); }
   // Brings the chosen engine into memory.
   void warmUp() { warmUp_.now(); }
   // What the context source would hand over has changed.
   void contextChanged() { requests_.contextChanged(); }
 
-  const Status& status() const { return status_; }
-  const std::optional<FieldSnapshot>& snapshot() const { return snapshot_; }
-  const RuleDecision& decision() const { return decision_; }
-  const std::string& lastSuggestion() const { return lastSuggestion_; }
+  const Observable<Status>& status() const { return status_; }
+  const Observable<std::optional<FieldSnapshot>>& snapshot() const { return snapshot_; }
+  const Observable<RuleDecision>& decision() const { return gates_.decision(); }
+  const Observable<std::string>& lastSuggestion() const { return lastSuggestion_; }
   // The stay in the focused field; whoever keeps what was written there listens to it.
   FieldSession& session() { return session_; }
-  const LastGeneration& lastGeneration() const { return last_; }
-  bool isShowing() const {
-    return pendingFix_ || alternatives_.isOpen() || emoji_.isShown() ||
-           (suggestion_ && !suggestion_->remaining().empty());
-  }
+  const RunningRequest::Record& lastGeneration() const { return request_.last(); }
+  bool isShowing() const { return offer_.isShowing(); }
   // Whether the engine asked last shows its text while it writes.
-  bool streaming() const { return streaming_; }
+  bool streaming() const { return request_.streaming(); }
   // The keys to take right now: none while nothing is shown.
-  std::vector<KeyCombo> takeableKeys() const;
+  std::vector<KeyCombo> takeableKeys() const { return offer_.takeableKeys(); }
 
   // The steps from a key press to a ghost, for measuring.
   enum class Stage { fieldChanged, requested, firstText, shown };
   void onStage(std::function<void(Stage)> reached) { stageReached_ = std::move(reached); }
-
-  // Called after a real change of the status, and of what is shown.
-  void onStatusChanged(std::function<void(const Status&)> changed) { statusChanged_ = std::move(changed); }
-  void onShownChanged(std::function<void()> changed) { shownChanged_ = std::move(changed); }
+  // Called after a change of what is shown, or of the keys for it.
+  void onShownChanged(std::function<void()> changed) { offer_.onChanged(std::move(changed)); }
 
  private:
-  struct Fix {
-    std::string before, word, replacement;
-  };
-  // A request under way: what it was made for, and what has been written so far.
-  struct Asked {
-    FieldSnapshot snapshot;
-    int words = 0;
-    PromptStyle style = PromptStyle::raw;
-    std::string text;
-    bool drawingSoon = false;
-    bool arrived = false;  // the first of it is there
-  };
-
-  void sourceChanged();
+  const FieldSnapshot& field() const { return *snapshot_.get(); }
+  void lookAgain();
+  void moved();
   void reconsider();
-  std::optional<std::string> blockedReason();
-  GateState gateState();
   void process();
+  void settle();
+  GateKeeper::Occasion occasion() const;
+  std::optional<std::string> blockedReason() { return gates_.firstGate(field(), occasion()); }
   void block(std::string reason);
-  bool isOwnChange() const;
-  bool isSuppressed() const;
-  bool keepInStep(bool ownChange);
-  bool awaitGrowth();
-  bool offerEmoji(bool ownChange, const GateState& state);
-  bool offerEmoticon();
-  bool offerFix();
-  bool offer(Fix fix);
+  bool isSuppressed() const { return !demand_.isAsked() && suppressed_.holds(field()); }
+  bool offerEmoji(bool own);
+  bool offerSpelling();
   void correctionFound();
-  bool holdTypo();
   void schedule();
   void generate();
   std::optional<Question> question();
-  void grown(const std::string& textSoFar);
-  void showGrowth();
-  void finishGeneration(Generation::Outcome outcome);
-  std::string cleaned(const std::string& reply) const;
-  void adopt(std::string text);
-  void settle();
-  void showSuggestion(Suggestion suggestion);
-  void showLonger();
-  bool presentRemaining();
+  void written(const RunningRequest::Written& text);
+  void ended(const std::expected<RunningRequest::Written, ProviderError>& result);
+  // What a step of the offer says of the status; whether the road of a change ends with it.
+  bool follow(Offer::Step step);
   void checkLag();
-  void insert(const std::string& text);
-  void recordArrival();
-  void recordAccept(const std::string& text);
-  void takeFix();
-  void swapIn(const Fix& fix);
-  bool takeEmoji();
-  void othersCame(AlternativesSession::News news, const std::string& why);
-  bool takeAlternative();
-  void readAgain(std::size_t attempt);
-  void forgetShown();
-  void forgetSuggestion();
   void cancelWork();
-  void setStatus(Status status);
   void reached(Stage stage) const;
-  bool canAccept(const char* command) const;
 
   Services s_;
   FieldSource* source_ = nullptr;
-  Status status_;
-  std::optional<FieldSnapshot> snapshot_;
-  RuleDecision decision_;
+  Observable<Status> status_;
+  Observable<std::optional<FieldSnapshot>> snapshot_;
+  Observable<std::string> lastSuggestion_;
   FieldSession session_;
-  std::optional<Suggestion> suggestion_;
-  std::optional<Fix> pendingFix_;
-  AlternativesSession alternatives_;
-  EmojiOffer emoji_;
-  bool wantsEmoji_ = false;  // the text before the caret asks for one
-  std::optional<Injection> lastInjection_;
+  GateKeeper gates_;
+  Demand demand_;
   EscapeSuppression suppressed_;
   std::optional<std::string> holdReason_;  // why nothing is asked for although no gate forbids it
-  bool forceNext_ = false;
-  bool demanded_ = false;  // Suggest Now brought about the request for this snapshot
   RequestMaker requests_;
-  std::optional<Asked> asked_;
-  Generation generation_;
+  RunningRequest request_;
+  Offer offer_;
+  Hand hand_;
+  Spelling spelling_;
+  Commands commands_;
   WarmUp warmUp_;
-  SuggestionDisplay display_;
-  bool streaming_ = false;
-  Task pending_, readAgain_, growth_, lagCheck_;
-  std::string lastSuggestion_;
-  LastGeneration last_;
+  Task pending_, lagCheck_;
   std::vector<Task> observations_;
-  std::function<void(const Status&)> statusChanged_;
-  std::function<void()> shownChanged_;
   std::function<void(Stage)> stageReached_;
 };
 

@@ -7,10 +7,14 @@
 namespace nimbletype {
 
 // Makes a reply start exactly at the caret: typed text that it repeats is removed, an unfinished word that it
-// begins anew is continued, and there is one blank at the joint where one belongs. A suggestion is one line.
-std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame);
+// begins anew is continued, and there is one blank at the joint where one belongs. `mayLackBlank`: a reply
+// that begins with a letter may begin a new word all the same. A suggestion is one line.
+std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame, bool mayLackBlank);
 
-// How many bytes at the start of `reply` repeat the end of `before`.
-std::size_t repeatedTail(std::string_view before, std::string_view reply);
+// The run of letters, digits and apostrophes at the end of a text: a word that may still grow.
+std::string_view unfinishedWord(std::string_view before);
+
+// How many bytes at the start of `reply` repeat the end of `before`, where they are more than `ignored`.
+std::size_t repeatedTail(std::string_view before, std::string_view reply, std::size_t ignored = 0);
 
 }  // namespace nimbletype

@@ -102,9 +102,12 @@ std::string withSingleBlanks(std::string_view reply) {
 
 std::string cleanReply(std::string_view reply, const ReplyFrame& frame) {
   const std::string answer = withoutReasoning(reply);
-  std::string_view rest = withoutQuotePair(withoutFences(withoutLeadingLabel(cutAtEchoedLabel(answer))));
+  const std::string_view labelled = cutAtEchoedLabel(answer), unlabelled = withoutLeadingLabel(labelled);
+  const std::string_view rest = withoutQuotePair(withoutFences(unlabelled));
   if (isRefusal(rest)) return {};
-  const std::string joined = joinedAtCaret(withSingleBlanks(rest), frame);
+  // A label takes the blank behind it along.
+  const bool mayLackBlank = frame.style == PromptStyle::instruct || unlabelled.size() < labelled.size();
+  const std::string joined = joinedAtCaret(withSingleBlanks(rest), frame, mayLackBlank);
   return std::string(text::trimmedEnd(text::firstWords(joined, static_cast<std::size_t>(frame.words))));
 }
 

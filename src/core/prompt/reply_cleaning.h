@@ -7,15 +7,19 @@
 
 namespace nimbletype {
 
-// Tells whether a word is spelled as its language spells it; empty when nothing can tell.
-using KnownWord = std::function<bool(std::string_view)>;
+// Tells something about a word; empty when nothing can tell.
+using WordTest = std::function<bool(std::string_view)>;
 
 // What a reply is cleaned against.
 struct ReplyFrame {
   std::string_view before;  // the text before the caret
   int words = 0;            // the most words kept
   PromptStyle style = PromptStyle::raw;
-  KnownWord knownWord;  // decides a missing space after a reply in the chat form
+  // The engine was asked to write the unfinished word again from its start.
+  bool rewritesWord = false;
+  // These tell a finished word from a half one, where a reply may have lost the blank it begins with.
+  WordTest isSpelled{};  // as its language spells it
+  WordTest isSeen{};     // stands in the field or around it as a word of its own
 };
 
 // A reply as a continuation that starts exactly at the caret; empty when there is nothing to show.

@@ -45,6 +45,12 @@ bool TextWindow::fits(std::string_view window) {
   return counted_ <= longest;
 }
 
+// A text that only grows is never counted for this.
+bool TextWindow::hasShrunk(std::string_view window) const {
+  return !fromStart_ && window.size() < length_ &&
+         text::characterCount(text::firstCharacters(window, shortest)) < shortest;
+}
+
 std::string_view TextWindow::of(std::string_view before, std::string_view fieldKey) {
   if (fieldKey != fieldKey_) {
     fieldKey_ = fieldKey;
@@ -57,9 +63,9 @@ std::string_view TextWindow::of(std::string_view before, std::string_view fieldK
     fromStart_ = !anchor;
     start = anchor.value_or(0);
   }
-  if (!fits(before.substr(start))) {
+  if (hasShrunk(before.substr(start)) || !fits(before.substr(start))) {
     start = windowStart(before, afterStep);
-    fromStart_ = false;
+    fromStart_ = start == 0;
     countedBytes_ = before.size() - start;
     counted_ = afterStep;
   }

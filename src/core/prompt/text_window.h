@@ -6,9 +6,10 @@ namespace nimbletype {
 
 // Chooses where the raw prompt's text begins. The start is an anchor in the text that moves only in large
 // steps: while the user types, prompts share their beginning, so an engine evaluates just what was added.
+// When the caret goes back and too little is left behind the anchor, it is set anew.
 class TextWindow {
  public:
-  static constexpr std::size_t longest = 1500, afterStep = 1000;  // characters
+  static constexpr std::size_t longest = 1500, afterStep = 1000, shortest = 500;  // characters
 
   // The end of `before` from the anchor on: a part of the argument, at most `longest` characters. `fieldKey`
   // tells fields apart; another field starts anew.
@@ -16,6 +17,7 @@ class TextWindow {
 
  private:
   bool fits(std::string_view window);
+  bool hasShrunk(std::string_view window) const;
 
   std::string fieldKey_;
   std::string head_;        // the first bytes from the anchor on, to find it again

@@ -14,14 +14,19 @@ WallTime later(WallTime now, std::chrono::seconds duration) {
   return now + std::max(duration, std::chrono::seconds(0));
 }
 
-void dropEnded(RulesState& state, WallTime now) {
-  std::erase_if(state.pauses, [now](const auto& pause) { return pause.second <= now; });
-  if (state.globalPauseUntil && *state.globalPauseUntil <= now) state.globalPauseUntil.reset();
-}
-
 // A name is kept for as long as something else is known about its key.
 void dropNameIfUnused(RulesState& state, const std::string& key) {
   if (!state.rules.contains(key) && !state.pauses.contains(key)) state.names.erase(key);
+}
+
+void dropEnded(RulesState& state, WallTime now) {
+  const auto pauses = state.pauses;
+  for (const auto& [key, until] : pauses) {
+    if (until > now) continue;
+    state.pauses.erase(key);
+    dropNameIfUnused(state, key);
+  }
+  if (state.globalPauseUntil && *state.globalPauseUntil <= now) state.globalPauseUntil.reset();
 }
 
 }  // namespace
@@ -94,11 +99,12 @@ void AppRules::resume(const std::string& key) {
   change(std::move(next));
 }
 
-void AppRules::togglePause(const std::string& key) {
-  if (isPaused(key))
-    resume(key);
-  else
-    pause(key, shortPause);
+void AppRules::togglePause(const std::string& key, const std::string& name) {
+  if (isPaused(key)) return resume(key);
+  auto next = state_;
+  next.pauses.insert_or_assign(key, later(loop_.wallNow(), shortPause));
+  next.names.insert_or_assign(key, name);
+  change(std::move(next));
 }
 
 bool AppRules::isPausedEverywhere() const {

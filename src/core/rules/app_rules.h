@@ -39,8 +39,8 @@ class AppRules {
   bool isPaused(const std::string& key) const;
   void pause(const std::string& key, std::chrono::seconds duration);
   void resume(const std::string& key);
-  // Pauses for `shortPause`, or resumes what is paused.
-  void togglePause(const std::string& key);
+  // Pauses for `shortPause`, under this name, or resumes what is paused.
+  void togglePause(const std::string& key, const std::string& name);
 
   bool isPausedEverywhere() const;
   // Without a duration until resumed.

@@ -15,6 +15,7 @@ class BuiltInProvider : public CompletionProvider {
   EngineKind kind() const override { return EngineKind::builtIn; }
   PromptStyle promptStyle() const override { return PromptStyle::raw; }
   bool streams() const override { return true; }
+  bool heals() const override { return true; }
   bool isReady() override { return locator_.installedModel().has_value(); }
   void warmUp(const std::string& instructions) override;
 

@@ -59,6 +59,8 @@ class CompletionProvider {
   virtual PromptStyle promptStyle() const = 0;
   // Whether `grow` is called while the text is being written.
   virtual bool streams() const { return false; }
+  // Whether it writes an unfinished word again from its start, as `healLast` asks.
+  virtual bool heals() const { return false; }
   // False when a request is known to fail, because what the engine needs is not there. Asked at every
   // request.
   virtual bool isReady() { return true; }

@@ -40,4 +40,9 @@ bool FieldSnapshot::followsFinishedLine() const {
   return std::ranges::find(lineFinishers, end) != lineFinishers.end();
 }
 
+bool holdsSameText(const FieldSnapshot& a, const FieldSnapshot& b) {
+  return a.fieldKey == b.fieldKey && a.selectionLength == b.selectionLength && a.before == b.before &&
+         a.after == b.after;
+}
+
 }  // namespace nimbletype

@@ -38,4 +38,7 @@ struct FieldSnapshot {
   bool operator==(const FieldSnapshot&) const = default;
 };
 
+// Whether both show the same field with the same text and the same selection in it, wherever that stands.
+bool holdsSameText(const FieldSnapshot& a, const FieldSnapshot& b);
+
 }  // namespace nimbletype

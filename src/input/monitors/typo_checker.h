@@ -30,6 +30,8 @@ class TypoChecker {
   std::optional<std::string_view> misspelledWord(std::string_view before);
   // The fix for that word; none while its correction is still being looked up.
   std::optional<TypoFix> fix(std::string_view before);
+  // Whether the checker has nothing against a word, of whatever kind it is.
+  bool knows(std::string_view word) { return !isUnknown(word); }
   // Forgets what has been looked up so far: the dictionary has changed.
   void forget() {
     corrections_.clear();

@@ -175,7 +175,7 @@ void show(LineReader& line, ScriptedDesktop& desktop) {
   const std::string what = line.requiredText("what");
   Json value;
   if (what == "status")
-    value = statusFields(desktop.engine.status());
+    value = statusFields(desktop.engine.status().get());
   else if (what == "stats")
     value = shownStatistics(desktop);
   else if (what == "memory")

@@ -64,7 +64,8 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
   log.onLine = [this](const RecordingLog::Line& line) {
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };
-  engine.onStatusChanged([this](const Status& status) { output.print("status", statusFields(status)); });
+  statusPrinting =
+      engine.status().observe([this] { output.print("status", statusFields(engine.status().get())); });
   emojiPicker.onChanged([this] { output.print("emoji", emojiFields(emojiPicker)); });
   alternatives.onChanged([this] { output.print("alternatives", alternativesFields(alternatives)); });
   memory.load();

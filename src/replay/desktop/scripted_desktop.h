@@ -77,6 +77,7 @@ class ScriptedDesktop {
   CompletionEngine engine;
   KeyTap keyTap;
   KeyRouter keys;
+  Task statusPrinting;
 };
 
 }  // namespace nimbletype

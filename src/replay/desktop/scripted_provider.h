@@ -52,6 +52,7 @@ class ScriptedProvider : public CompletionProvider {
 
   EngineKind kind() const override { return kind_; }
   PromptStyle promptStyle() const override;
+  bool heals() const override { return kind_ == EngineKind::builtIn; }
   Task complete(const CompletionRequest& request, PartialHandler grow, ResultHandler done) override;
   Task status(StatusHandler done) override;
   Task alternatives(const CompletionRequest& request, int count, TextsHandler grow,

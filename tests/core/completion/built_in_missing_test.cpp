@@ -71,7 +71,7 @@ TEST(BuiltInModelMissing, AppleFillsInWhereItCan) {
       desk.world.field.change("Hello ");
       desk.world.loop.advance(Milliseconds(100));
       EXPECT_EQ(desk.world.ghostText(), usable ? "everyone." : "(none)");
-      EXPECT_EQ(desk.world.engine.status(),
+      EXPECT_EQ(desk.world.engine.status().get(),
                 usable ? (Status{Status::Case::showing, {}})
                        : Status::failed("Download the Nimbletype model in Settings first"));
       EXPECT_EQ(desk.apple->requests.size(), usable ? 1U : 0U);
@@ -87,7 +87,7 @@ TEST(BuiltInModelMissing, AnInstalledModelNeedsNobody) {
     EXPECT_EQ(desk.status(), ProviderStatus::good("Downloaded"));
     desk.world.field.change("Hello ");
     desk.world.loop.advance(Milliseconds(0));
-    EXPECT_EQ(desk.world.engine.status().state, Status::Case::thinking);
+    EXPECT_EQ(desk.world.engine.status().get().state, Status::Case::thinking);
     EXPECT_TRUE(desk.apple->requests.empty());
   }
 }

@@ -184,7 +184,7 @@ TEST_F(EngineTest, TheFieldIsReadAgainUntilItAnswersAfterTakingAll) {
   field.readable = true;
   field.shown.before = "This is";
   loop.advance(Milliseconds(1));
-  EXPECT_EQ(engine.snapshot()->before, "This is");
+  EXPECT_EQ(engine.snapshot().get()->before, "This is");
   loop.advance(Milliseconds(1000));
   EXPECT_EQ(provider->requests.size(), 1U);
 }
@@ -206,7 +206,7 @@ TEST_F(EngineTest, AMisspelledWordHoldsTheSuggestionBack) {
   prefs.hideOnTypo.set(true);
   spelling.words["mispeled"] = std::nullopt;
   field.change("a mispeled");
-  EXPECT_EQ(engine.status(), Status::blocked("This word looks misspelled"));
+  EXPECT_EQ(engine.status().get(), Status::blocked("This word looks misspelled"));
   EXPECT_EQ(log.lines.back().message, "held: the word being typed looks misspelled (8 letters)");
   engine.suggestNow();
   loop.advance(Milliseconds(0));
@@ -234,13 +234,13 @@ TEST_F(EngineTest, WholeWordsAppearWhileTheEngineWrites) {
   ask("This");
   grow(" is h");
   EXPECT_EQ(ghostText(), " is");
-  EXPECT_EQ(engine.status().state, Status::Case::showing);
+  EXPECT_EQ(engine.status().get().state, Status::Case::showing);
   EXPECT_TRUE(engine.streaming());
   grow(" is how i");
   EXPECT_EQ(ghostText(), " is how");
   provider->answer(Completion{" is how it", {}});
   EXPECT_EQ(ghostText(), " is how it");
-  EXPECT_EQ(engine.lastSuggestion(), " is how it");
+  EXPECT_EQ(engine.lastSuggestion().get(), " is how it");
 }
 
 TEST_F(EngineTest, AQuickAnswerIsDrawnOnce) {
@@ -266,7 +266,7 @@ TEST_F(EngineTest, TypingOverAGrowingSuggestionLetsItGrowOn) {
   EXPECT_THAT(engine.takeableKeys(), IsEmpty()) << "nothing is on screen";
   EXPECT_FALSE(engine.acceptNext());
   EXPECT_FALSE(engine.acceptAll());
-  EXPECT_EQ(engine.status().state, Status::Case::thinking);
+  EXPECT_EQ(engine.status().get().state, Status::Case::thinking);
   field.change("This is ho");
   EXPECT_EQ(ghostText(), "w");
   EXPECT_EQ(changes, 3) << "its keys are to be taken again";
@@ -319,13 +319,50 @@ TEST_F(EngineTest, AFailureHalfWayLeavesWhatIsWritten) {
   grow(" is how i");
   provider->answer(std::unexpected(ProviderError{"The model stopped with error 1"}));
   EXPECT_EQ(ghostText(), " is how");
-  EXPECT_EQ(engine.status().state, Status::Case::showing);
+  EXPECT_EQ(engine.status().get().state, Status::Case::showing);
 
   ask("That");
   grow(" was how i");
   field.change("That was how");
   loop.advance(Milliseconds(8000));
   EXPECT_EQ(provider->requests.size(), 3U) << "typed out, so the next one is asked for";
+}
+
+// The gates hold for the request that would follow as for any other.
+TEST_F(EngineTest, ATypedOutSuggestionMakesRoomForTheNextWhereItMayBeAskedFor) {
+  prefs.onDemandOnly.set(true);
+  field.change("This");
+  engine.suggestNow();
+  loop.advance(Milliseconds(0));
+  grow(" is h");
+  field.change("This is");
+  provider->answer(Completion{" is", {}});
+  EXPECT_EQ(engine.status().get(), Status::blocked("Press ⌃⌥Space for a suggestion"));
+  prefs.onDemandOnly.set(false);
+  prefs.hideOnTypo.set(true);
+  spelling.words["mispeled"] = std::nullopt;
+  ask("That is mis");
+  grow("peled s");
+  field.change("That is mispeled");
+  provider->answer(Completion{"peled", {}});
+  EXPECT_EQ(engine.status().get(), Status::blocked("This word looks misspelled"));
+}
+
+// Two words taken before the field shows the first are one insertion.
+TEST_F(EngineTest, AnInsertionThatArrivesBitByBitAsksForNothing) {
+  suggest("This", " is how");
+  engine.acceptNext();
+  engine.acceptNext();
+  for (const char* before : {"This i", "This is ", "This is h", "This is how"}) {
+    loop.advance(Milliseconds(80));
+    field.change(before);
+  }
+  loop.advance(Milliseconds(1000));
+  EXPECT_EQ(provider->requests.size(), 1U);
+  field.change("This is ho");
+  field.change("This is how");
+  loop.advance(Milliseconds(0));
+  EXPECT_EQ(provider->requests.size(), 2U) << "written by the user now";
 }
 
 TEST_F(EngineTest, EnginesAreWarmedUpWhenTheyAreChosenAndAfterALongRest) {

@@ -8,7 +8,8 @@ namespace nimbletype {
 namespace {
 
 std::string clean(std::string_view reply, std::string_view before = "so ", int words = 10) {
-  return cleanReply(reply, {before, words, PromptStyle::raw, {}});
+  return cleanReply(reply,
+                    {.before = before, .words = words, .style = PromptStyle::raw, .rewritesWord = true});
 }
 
 TEST(ReplyCleaning, Steps) {
@@ -91,12 +92,29 @@ TEST(ReplyCleaning, StartsExactlyAtTheCaret) {
     EXPECT_EQ(clean(reply, before), cleaned) << '"' << before << "\" + \"" << reply << '"';
 }
 
+// An engine that was not asked to write the unfinished word again means what it writes.
+TEST(ReplyCleaning, WhatOnlyLooksLikeARepetitionStays) {
+  const struct {
+    const char* before;
+    const char* reply;
+    const char* cleaned;
+  } cases[] = {
+      {"20", "20 when", "20 when"},    {"at 5", "55 1234", "55 1234"},     {"so", "so", "so"},
+      {"the off", "office", "office"}, {"I think that", " that", " that"}, {"at 5", "at 5 sharp", " sharp"},
+      {"Hello.", ". So", " So"},
+  };
+  for (const auto& [before, reply, cleaned] : cases)
+    EXPECT_EQ(cleanReply(reply, {.before = before, .words = 10}), cleaned) << before << " + " << reply;
+}
+
 TEST(ReplyCleaning, AChatReplyMayLackItsBlank) {
   const std::set<std::string, std::less<>> words{"any", "questions", "thing", "anything",
                                                  "off", "ice",       "office"};
-  const KnownWord known = [&](std::string_view word) { return words.contains(word); };
+  const WordTest known = [&](std::string_view word) { return words.contains(word); };
   const auto chat = [&](std::string_view before, std::string_view reply) {
-    return cleanReply(reply, {before, 10, PromptStyle::instruct, known});
+    return cleanReply(
+        reply,
+        {.before = before, .words = 10, .style = PromptStyle::instruct, .isSpelled = known, .isSeen = {}});
   };
   EXPECT_EQ(chat("if you have any", "questions"), " questions");
   EXPECT_EQ(chat("if you have any", "thing"), "thing");

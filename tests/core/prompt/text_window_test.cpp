@@ -43,6 +43,15 @@ TEST(TextWindow, SurvivesDeletingAndStartsAnewElsewhere) {
   EXPECT_EQ(window.of("other text", "b"), "other text");
 }
 
+TEST(TextWindow, HoldsEnoughWhereverTheCaretGoes) {
+  const std::string document = prose(900);
+  TextWindow window;
+  for (std::size_t end = document.size(); end > 20; end -= 20) {
+    const std::string_view now = window.of(std::string_view(document).substr(0, end), "field");
+    ASSERT_GE(now.size(), std::min<std::size_t>(end, TextWindow::shortest)) << "at " << end;
+  }
+}
+
 TEST(TextWindow, KeepsCharactersWhole) {
   std::string emoji;
   for (int i = 0; i < 1600; ++i) emoji += "👍🏽";

@@ -81,15 +81,15 @@ TEST_F(AppRulesTest, FollowsTheGeneralSettings) {
 }
 
 TEST_F(AppRulesTest, APauseEndsByItself) {
-  rules->togglePause("app:a");
+  rules->togglePause("app:a", "A");
   loop.advance(15min - 1ms);
   EXPECT_EQ(reason(), "Paused in A");
   loop.advance(1ms);
   EXPECT_EQ(reason(), "");
   EXPECT_FALSE(rules->isPaused("app:a"));
-  rules->togglePause("app:a");
+  rules->togglePause("app:a", "A");
   EXPECT_EQ(reason(), "Paused in A");
-  rules->togglePause("app:a");
+  rules->togglePause("app:a", "A");
   EXPECT_EQ(reason(), "");
 }
 

@@ -189,7 +189,7 @@ void RandomDesktop::pressKey() {
   static const std::vector<std::uint16_t> keys{key::tab, key::tab, key::aboveTab, key::escape, 0};
   const std::uint16_t code = dice_.pick(keys);
   const auto before = ghost.shown;
-  const auto fieldKey = engine.snapshot() ? engine.snapshot()->fieldKey : "";
+  const auto fieldKey = engine.snapshot().get() ? engine.snapshot().get()->fieldKey : "";
   poster_.posted.clear();
   ax_.written.clear();
   const bool swallowed = eventTap_.press({code, {}, code == 0 ? "a" : "", false});
@@ -238,7 +238,7 @@ void RandomDesktop::upset() {
     case 4:
       return prefs.insertion.set(dice_.oneIn(2) ? InsertionMethod::typing : InsertionMethod::accessibility);
     case 5:
-      return engine.suggestNow();
+      return void(engine.suggestNow());
     case 6:
       return eventTap_.pointer();
     default:
@@ -262,7 +262,7 @@ void RandomDesktop::step() {
     vanish();
   loop.advance(Milliseconds(dice_.oneIn(20) ? dice_.upTo(5000) : dice_.upTo(60)));
   shown += ghost.shown.has_value();
-  snapshots += engine.snapshot().has_value();
+  snapshots += engine.snapshot().get().has_value();
   expectNothingSecretWasRead();
 }
 
@@ -271,7 +271,7 @@ void RandomDesktop::expectNothingSecretWasRead() {
     EXPECT_FALSE(secure_.contains(asked.element->hash())) << asked.read.attribute;
     EXPECT_FALSE(secureInput.on) << asked.read.attribute;
   }
-  const auto& snapshot = engine.snapshot();
+  const auto& snapshot = engine.snapshot().get();
   if (!snapshot || !snapshot->isSecure) return;
   EXPECT_EQ(snapshot->before + snapshot->after, "");
   EXPECT_FALSE(ghost.shown);

@@ -1,6 +1,7 @@
 #pragma once
 #include "core/completion/asking/context_cache.h"
 #include "core/completion/asking/example_cache.h"
+#include "core/completion/asking/reply_cleaner.h"
 #include "core/prompt/text_window.h"
 #include "engines/provider/provider_hub.h"
 #include "input/monitors/power_monitor.h"
@@ -11,7 +12,7 @@ namespace nimbletype {
 struct Question {
   CompletionProvider& provider;
   CompletionRequest request;
-  int words = 0;  // the most that are wanted
+  ReplyCleaner clean;  // for its replies
 };
 
 // Puts together what an engine is asked: the text before the caret, what surrounds it, and the user's wishes.
@@ -24,6 +25,7 @@ class RequestMaker {
     ContextSource& context;
     const WritingMemory& memory;
     const PowerMonitor& power;
+    TypoChecker& typo;
   };
 
   explicit RequestMaker(const Services& services)

@@ -10,13 +10,26 @@ bool usable(const std::optional<KeyCombo>& combo, bool tabAccepts) {
   return combo && (tabAccepts || combo->keyCode != key::tab);
 }
 
+// Tab or the key that takes the next word picks from the emoji list, and Return where it may.
+bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bool returnPicks) {
+  if (combo == returnKey) return returnPicks;
+  return (combo == tabKey || combo == prefs.acceptWordKey.get()) && usable(combo, tabAccepts);
+}
+
 }  // namespace
 
-KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabAccepts) {
+KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, const KeyContext& context) {
   const KeyCombo combo = press.combo();
+  if (context.listIsOpen || context.canChooseEmoji) {
+    if (combo == upKey) return KeyCommand::rowUp;
+    if (combo == downKey) return KeyCommand::rowDown;
+  }
+  if (context.canChooseEmoji && isPick(combo, prefs, context.tabAccepts, context.returnPicks))
+    return KeyCommand::pick;
   const auto is = [&](const std::optional<KeyCombo>& stored) { return stored == combo; };
-  if (is(prefs.acceptWordKey.get()) && usable(combo, tabAccepts)) return KeyCommand::acceptNext;
-  if (is(prefs.acceptAllKey.get()) && usable(combo, tabAccepts)) return KeyCommand::acceptAll;
+  const bool accepts = usable(combo, context.tabAccepts);
+  if (is(prefs.acceptWordKey.get()) && accepts) return KeyCommand::acceptNext;
+  if (is(prefs.acceptAllKey.get()) && accepts) return KeyCommand::acceptAll;
   if (combo == escapeKey) return KeyCommand::escape;
   if (is(prefs.triggerKey.get())) return KeyCommand::suggestNow;
   if (is(prefs.alternativesKey.get())) return KeyCommand::alternatives;
@@ -25,19 +38,8 @@ KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabA
   return KeyCommand::none;
 }
 
-std::optional<int> rowStep(const KeyCombo& combo) {
-  if (combo == upKey) return -1;
-  if (combo == downKey) return 1;
-  return std::nullopt;
-}
-
 std::vector<KeyCombo> listKeys() {
   return {upKey, downKey};
-}
-
-bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bool returnPicks) {
-  if (combo == returnKey) return returnPicks;
-  return (combo == tabKey || combo == prefs.acceptWordKey.get()) && usable(combo, tabAccepts);
 }
 
 std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool canChoose,
@@ -50,10 +52,22 @@ std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool
   return keys;
 }
 
-std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts) {
+std::optional<KeyCombo> takingKey(const Preferences& prefs, bool tabAccepts) {
   for (const auto& combo : {prefs.acceptWordKey.get(), prefs.acceptAllKey.get()})
     if (usable(combo, tabAccepts)) return combo;
   return std::nullopt;
+}
+
+KeyCommand fixCommand(const Preferences& prefs, bool tabAccepts) {
+  const auto key = takingKey(prefs, tabAccepts);
+  if (!key) return KeyCommand::none;
+  return key == prefs.acceptWordKey.get() ? KeyCommand::acceptNext : KeyCommand::acceptAll;
+}
+
+std::vector<KeyCombo> fixKeys(const Preferences& prefs, bool tabAccepts) {
+  std::vector<KeyCombo> keys{escapeKey};
+  if (const auto key = takingKey(prefs, tabAccepts)) keys.push_back(*key);
+  return keys;
 }
 
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts) {

@@ -15,23 +15,33 @@ enum class KeyCommand {
   suggestNow,
   toggleApp,
   toggleGlobal,
-  alternatives
+  alternatives,
+  rowUp,
+  rowDown,
+  pick  // the chosen emoji
 };
 
-// What a key press asks for. `tabAccepts` false leaves Tab itself to the application.
-KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, bool tabAccepts);
+// What a key may act on where the caret is.
+struct KeyContext {
+  bool tabAccepts = true;  // false leaves Tab itself to the application
+  bool listIsOpen = false;
+  bool canChooseEmoji = false, returnPicks = false;
+};
 
-// By how many rows a key moves the highlight of a list; none for a key that does not.
-std::optional<int> rowStep(const KeyCombo& combo);
+// What a key press asks for.
+KeyCommand commandFor(const KeyPress& press, const Preferences& prefs, const KeyContext& context);
+
+// The keys that move the highlight of a list.
 std::vector<KeyCombo> listKeys();
-
-// Whether a key picks from the emoji list: Tab or the key that takes the next word, and Return where it may.
-bool isPick(const KeyCombo& combo, const Preferences& prefs, bool tabAccepts, bool returnPicks);
 // The keys of the emoji list; Escape alone while there is nothing to choose from.
 std::vector<KeyCombo> pickerKeys(const Preferences& prefs, bool tabAccepts, bool canChoose, bool returnPicks);
 
-// The key to tell newcomers of: the first that takes something of a suggestion; none where no key does.
-std::optional<KeyCombo> hintKey(const Preferences& prefs, bool tabAccepts);
+// The first key that takes something: the one for the next word, else the one for all. None where no key
+// does.
+std::optional<KeyCombo> takingKey(const Preferences& prefs, bool tabAccepts);
+// That key takes a fix: as this command, and with these keys while one is shown.
+KeyCommand fixCommand(const Preferences& prefs, bool tabAccepts);
+std::vector<KeyCombo> fixKeys(const Preferences& prefs, bool tabAccepts);
 
 // The keys that could be taken while something is shown, and the shortcuts that can be taken at any time.
 std::vector<KeyCombo> shownKeys(const Preferences& prefs, bool tabAccepts);

@@ -4,20 +4,25 @@
 
 namespace nimbletype {
 
-namespace {
-
-constexpr Milliseconds settling{400};
-
-}  // namespace
-
-bool isOwnChange(const Injection& injection, const FieldSnapshot& snapshot, MonotonicTime now) {
-  if (now - injection.time < settling) return true;
+bool isEcho(const Injection& injection, const FieldSnapshot& snapshot) {
   return snapshot.fieldKey == injection.fieldKey &&
          text::withPlainSpaces(snapshot.before).ends_with(text::withPlainSpaces(injection.text));
 }
 
-bool caretLagsBehind(const Injection& injection, const FieldSnapshot& snapshot, MonotonicTime now) {
-  if (now - injection.time >= settling || snapshot.fieldKey != injection.fieldKey) return false;
+bool isArriving(const Injection& injection, const FieldSnapshot& snapshot) {
+  if (snapshot.fieldKey != injection.fieldKey) return false;
+  const std::string before = text::withPlainSpaces(snapshot.before);
+  const std::string tail = text::withPlainSpaces(injection.anchorTail);
+  std::string shown = tail + text::withPlainSpaces(injection.text);
+  for (; shown.size() >= tail.size(); shown.pop_back()) {
+    if (tail.empty() ? before == shown : before.ends_with(shown)) return true;
+    if (shown.empty()) break;
+  }
+  return false;
+}
+
+bool caretLagsBehind(const Injection& injection, const FieldSnapshot& snapshot) {
+  if (snapshot.fieldKey != injection.fieldKey) return false;
   const std::string before = text::withPlainSpaces(snapshot.before);
   const std::string after = text::withPlainSpaces(snapshot.restOfLine());
   const std::string inserted = text::withPlainSpaces(injection.text);

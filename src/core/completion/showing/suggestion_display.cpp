@@ -9,14 +9,14 @@ namespace nimbletype {
 
 void SuggestionDisplay::begin(bool tabAccepts) {
   hint_ = s_.prefs.showKeyHint.get() && s_.prefs.keyHintsShown.get() < keyHintLimit &&
-          hintKey(s_.prefs, tabAccepts);
+          takingKey(s_.prefs, tabAccepts);
 }
 
 bool SuggestionDisplay::show(const FieldSnapshot& snapshot, std::string rest, bool tabAccepts) {
   auto content = ghostContent(snapshot, GhostContent::Kind::completion, std::move(rest), s_.prefs,
                               s_.screens.mainHeight());
   if (!content) return false;
-  if (const auto key = hintKey(s_.prefs, tabAccepts); key && hint_) {
+  if (const auto key = takingKey(s_.prefs, tabAccepts); key && hint_) {
     content->hint = true;
     content->hintLabel = displayName(*key);
   }
