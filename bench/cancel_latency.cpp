@@ -14,7 +14,7 @@
 #include "platform/qt/system/qt_main_loop.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tools/stage/servers/llama_server.h"
 #include "tools/stage/servers/loopback_server.h"
 
@@ -138,7 +138,7 @@ class BuiltInModel {
   }
 
   std::string model_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   std::atomic<bool> waiting_ = false;
   std::atomic<int> chunks_ = 0;
   Clock::time_point resumed_;  // written before the next answer is posted

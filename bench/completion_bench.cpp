@@ -3,15 +3,15 @@
 #include "core/completion/completion_engine.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
-#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/language/scripted_region_source.h"
 #include "platform/scripted/language/scripted_spell_checker.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
 #include "platform/scripted/system/scripted_background_work.h"
-#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/scripted_power_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "text/text.h"
 
@@ -63,14 +63,14 @@ struct Desk {
   MemoryFileStore file, statsFile, memoryFile;
   MemorySecretStore secrets{loop};
   ScriptedBackgroundWork background{loop};
-  ScriptedRegion region;
+  ScriptedRegionSource region;
   NoLog log;
   NoGhost ghost;
   FullContext context;
-  ScriptedPower powerSource;
+  ScriptedPowerSource powerSource;
   ScriptedScreens screens;
   FixedFontMetrics metrics;
-  RecordingSurface surface, emojiSurface;
+  RecordingOverlaySurface surface, emojiSurface;
   AlternativesPanel alternatives{{surface, screens, metrics}, loop};
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;

@@ -18,7 +18,7 @@
 #include "platform/linux/pasteboard/x11_pasteboard.h"
 #include "platform/qt/system/qt_main_loop.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tools/stage/scene/key_timing.h"
 #include "tools/stage/scene/scene.h"
 #include "tools/stage/waiting.h"
@@ -117,7 +117,7 @@ class Bench {
   UserKeyboard user_;
   Editor editor_;
   QtMainLoop loop_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   FixedFontMetrics fonts_;
   X11SecureInput secureInput_;
   AtspiAccessibility ax_;

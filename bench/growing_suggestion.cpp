@@ -9,7 +9,7 @@
 #include "core/completion/showing/suggestion.h"
 #include "core/prompt/reply_cleaning.h"
 #include "engines/writing/llama_runtime.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tools/stage/waiting_main_loop.h"
 
 namespace nimbletype {
@@ -49,7 +49,7 @@ void measure(LlamaRuntime& runtime, WaitingMainLoop& loop, const std::string& mo
 
 void run(const std::string& model) {
   WaitingMainLoop loop;
-  RecordingLog log;
+  RecordingSystemLog log;
   LlamaRuntime runtime(loop, log);
   Measured warm, measured;
   measure(runtime, loop, model, "Hello", warm);

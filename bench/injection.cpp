@@ -20,7 +20,7 @@
 #include "platform/linux/pasteboard/x11_pasteboard.h"
 #include "platform/qt/system/qt_main_loop.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "text/text.h"
 #include "tools/stage/desktop_session.h"
 
@@ -106,7 +106,7 @@ class Bench {
   bool changed_ = false;
   DesktopProgram editor_;
   QtMainLoop loop_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   FixedFontMetrics fonts_;
   X11SecureInput secureInput_;
   AtspiAccessibility ax_;

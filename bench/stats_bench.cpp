@@ -3,7 +3,7 @@
 
 #include "personal/stats/stats_file.h"
 #include "personal/stats/stats_store.h"
-#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/language/scripted_region_source.h"
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
@@ -37,7 +37,7 @@ struct Desk {
   VirtualMainLoop loop;
   MemoryFileStore file;
   NoLog log;
-  ScriptedRegion region;
+  ScriptedRegionSource region;
 };
 
 void load(benchmark::State& state) {

@@ -7,17 +7,17 @@
 #include "platform/linux/keys/xcb_event_poster.h"
 #include "platform/linux/keys/xcb_event_tap.h"
 #include "platform/linux/language/hunspell_spell_checker.h"
-#include "platform/linux/language/linux_region.h"
+#include "platform/linux/language/linux_region_source.h"
 #include "platform/linux/on_device/absent_on_device_model.h"
 #include "platform/linux/pasteboard/x11_clipboard_text.h"
 #include "platform/linux/pasteboard/x11_pasteboard.h"
 #include "platform/linux/storage/json_defaults_store.h"
 #include "platform/linux/storage/linux_disk_space.h"
 #include "platform/linux/storage/secret_service_store.h"
-#include "platform/linux/system/linux_permissions.h"
-#include "platform/linux/system/stderr_log.h"
-#include "platform/linux/system/upower_source.h"
-#include "platform/linux/system/utility_work.h"
+#include "platform/linux/system/linux_background_work.h"
+#include "platform/linux/system/linux_permission_source.h"
+#include "platform/linux/system/stderr_system_log.h"
+#include "platform/linux/system/upower_power_source.h"
 #include "platform/qt/desktop/qt_screens.h"
 #include "platform/qt/drawing/qt_font_metrics.h"
 #include "platform/qt/drawing/qt_overlay_surface.h"
@@ -36,7 +36,7 @@ class LinuxDesktop {
   MainLoop& loop() { return loop_; }
 
  private:
-  StderrLog log_;
+  StderrSystemLog log_;
   QtMainLoop loop_;
   AtspiAccessibility accessibility_;
   X11Workspace workspace_;
@@ -47,18 +47,18 @@ class LinuxDesktop {
   QtScreens screens_;
   QtFontMetrics fontMetrics_;
   QtOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
-  UPowerSource power_;
+  UPowerPowerSource power_;
   HunspellSpellChecker spellChecker_;
-  LinuxPermissions permissions_;
+  LinuxPermissionSource permissions_;
   AtomicFile defaultsFile_, rulesFile_, statisticsFile_, memoryFile_;
   JsonDefaultsStore defaults_;
   QtHttpClient http_;
   QtHttpDownloads downloads_;
   SecretServiceStore secrets_;
   AbsentOnDeviceModel onDevice_;
-  UtilityWork background_;
+  LinuxBackgroundWork background_;
   LinuxDiskSpace disk_;
-  LinuxRegion region_;
+  LinuxRegionSource region_;
   TesseractScreenReader screenReader_;
   X11ClipboardText clipboardText_;
   std::optional<std::string> modelFile_;

@@ -13,7 +13,7 @@
 #include "platform/mac/keys/mac_event_poster.h"
 #include "platform/mac/keys/mac_event_tap.h"
 #include "platform/mac/keys/mac_secure_input.h"
-#include "platform/mac/language/mac_region.h"
+#include "platform/mac/language/mac_region_source.h"
 #include "platform/mac/language/mac_spell_checker.h"
 #include "platform/mac/network/mac_http_client.h"
 #include "platform/mac/network/mac_http_downloads.h"
@@ -26,7 +26,7 @@
 #include "platform/mac/system/mac_background_work.h"
 #include "platform/mac/system/mac_main_loop.h"
 #include "platform/mac/system/mac_paths.h"
-#include "platform/mac/system/mac_permissions.h"
+#include "platform/mac/system/mac_permission_source.h"
 #include "platform/mac/system/mac_power_source.h"
 #include "platform/mac/system/mac_system_log.h"
 #include "platform/storage/atomic_file.h"
@@ -83,7 +83,7 @@ class Application {
   MacOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
   MacPowerSource power_;
   MacSpellChecker spellChecker_;
-  MacPermissions permissions_;
+  MacPermissionSource permissions_;
   MacDefaultsStore defaults_{defaultsDomain()};
   AtomicFile rulesFile_{dataFolder() / "rules.json"};
   AtomicFile statisticsFile_{dataFolder() / "stats.json"};
@@ -94,7 +94,7 @@ class Application {
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;
-  MacRegion region_;
+  MacRegionSource region_;
   MacScreenReader screenReader_;
   MacClipboardText clipboardText_{[this] { return pasteboard_.isOurs(); }};
   AppModel model_{{.loop = loop_,

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 #include "platform/network/http_client.h"
 #include "platform/network/http_downloads.h"
 #include "platform/on_device/on_device_model.h"

@@ -2,14 +2,14 @@
 #include <optional>
 
 #include "desktop.h"
-#include "platform/linux/language/linux_region.h"
+#include "platform/linux/language/linux_region_source.h"
 #include "platform/linux/on_device/absent_on_device_model.h"
 #include "platform/linux/storage/json_defaults_store.h"
 #include "platform/linux/storage/linux_disk_space.h"
 #include "platform/linux/storage/secret_service_store.h"
+#include "platform/linux/system/linux_background_work.h"
 #include "platform/linux/system/linux_paths.h"
-#include "platform/linux/system/stderr_log.h"
-#include "platform/linux/system/utility_work.h"
+#include "platform/linux/system/stderr_system_log.h"
 #include "platform/qt/network/qt_http_client.h"
 #include "platform/qt/network/qt_http_downloads.h"
 #include "platform/qt/system/qt_main_loop.h"
@@ -47,16 +47,16 @@ class LinuxDesktop : public Desktop {
   static inline char* arguments_[] = {name_, nullptr};
 
   QCoreApplication application_{argumentCount_, arguments_};
-  StderrLog log_{false};
+  StderrSystemLog log_{false};
   QtMainLoop loop_;
   LinuxDiskSpace disk_;
-  LinuxRegion region_;
+  LinuxRegionSource region_;
   AtomicFile settings_{nimbletype::dataFolder() / "settings.json"};
   std::optional<QtHttpClient> http_;
   std::optional<QtHttpDownloads> downloads_;
   std::optional<SecretServiceStore> secrets_;
   std::optional<AbsentOnDeviceModel> onDevice_;
-  std::optional<UtilityWork> background_;
+  std::optional<LinuxBackgroundWork> background_;
   std::optional<JsonDefaultsStore> defaults_;
 };
 

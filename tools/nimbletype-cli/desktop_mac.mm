@@ -2,7 +2,7 @@
 
 #include "desktop.h"
 #include "platform/mac/bridge/mac_text.h"
-#include "platform/mac/language/mac_region.h"
+#include "platform/mac/language/mac_region_source.h"
 #include "platform/mac/network/mac_http_client.h"
 #include "platform/mac/network/mac_http_downloads.h"
 #include "platform/mac/on_device/mac_on_device_model.h"
@@ -48,7 +48,7 @@ class MacDesktop : public Desktop {
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;
-  MacRegion region_;
+  MacRegionSource region_;
   // A program without a bundle reads the application's settings by the name of its domain.
   MacDefaultsStore defaults_{@"com.moravelle.nimbletype"};
 };

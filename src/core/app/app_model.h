@@ -26,7 +26,7 @@
 #include "platform/desktop/workspace.h"
 #include "platform/drawing/font_metrics.h"
 #include "platform/keys/event_poster.h"
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 #include "platform/network/http_client.h"
 #include "platform/network/http_downloads.h"
 #include "platform/on_device/on_device_model.h"

@@ -2,7 +2,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "personal/stats/day_stats.h"
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 #include "platform/system/main_loop.h"
 #include "platform/system/observers.h"
 

@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "input/context/context_source.h"
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 #include "platform/system/main_loop.h"
 
 namespace nimbletype {

@@ -61,7 +61,7 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
               fontMetrics, secureInput, power, stats, memory, log}),
       keyTap(eventTap, log),
       keys(keyTap, engine, prefs) {
-  log.onLine = [this](const RecordingLog::Line& line) {
+  log.onLine = [this](const RecordingSystemLog::Line& line) {
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };
   statusPrinting =

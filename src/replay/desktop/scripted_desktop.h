@@ -9,17 +9,17 @@
 #include "overlay/lists/alternatives_panel.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 #include "platform/scripted/keys/scripted_event_tap.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
-#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/language/scripted_region_source.h"
 #include "platform/scripted/language/scripted_spell_checker.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
-#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/scripted_power_source.h"
 #include "replay/desktop/printing_ghost.h"
 #include "replay/desktop/scripted_context.h"
 #include "replay/desktop/scripted_field.h"
@@ -48,13 +48,13 @@ class ScriptedDesktop {
   MemoryFileStore rulesFile, statisticsFile, memoryFile;
   MemorySecretStore secrets;
   ScriptedBackgroundWork background;
-  RecordingLog log;
-  ScriptedPower powerSource;
+  RecordingSystemLog log;
+  ScriptedPowerSource powerSource;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spellChecker;
   ScriptedScreens screens;
   ScriptedEventTap eventTap;
-  ScriptedRegion region;
+  ScriptedRegionSource region;
   ScriptedField field;
   ScriptedContext context;
   ReplyQueue replies;
@@ -69,7 +69,7 @@ class ScriptedDesktop {
   TypoChecker typo;
   PowerMonitor power;
   PrintingGhost ghost;
-  RecordingSurface alternativesSurface, emojiSurface;
+  RecordingOverlaySurface alternativesSurface, emojiSurface;
   FixedFontMetrics fontMetrics;
   EmojiIndex emoji;
   EmojiPickerPanel emojiPicker;

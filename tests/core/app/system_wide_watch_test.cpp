@@ -4,15 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "platform/scripted/keys/scripted_event_tap.h"
-#include "platform/scripted/system/recording_log.h"
-#include "platform/scripted/system/scripted_permissions.h"
+#include "platform/scripted/system/recording_system_log.h"
+#include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
 namespace {
 
 using testing::ElementsAre;
-using Line = RecordingLog::Line;
+using Line = RecordingSystemLog::Line;
 
 struct SystemWideWatchTest : testing::Test {
   void trust(bool trusted) {
@@ -20,8 +20,8 @@ struct SystemWideWatchTest : testing::Test {
     desktop.tell();
   }
   VirtualMainLoop loop;
-  RecordingLog log;
-  ScriptedPermissions desktop;
+  RecordingSystemLog log;
+  ScriptedPermissionSource desktop;
   ScriptedEventTap tap;
   Permissions permissions{desktop, loop};
   KeyTap keys{tap, log};

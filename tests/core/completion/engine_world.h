@@ -5,16 +5,16 @@
 #include "core/completion/completion_engine.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
-#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/language/scripted_region_source.h"
 #include "platform/scripted/language/scripted_spell_checker.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
-#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/scripted_power_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -75,16 +75,16 @@ struct EngineWorld {
   MemoryFileStore rulesFile, statsFile, memoryFile;
   MemorySecretStore secrets{loop};
   ScriptedBackgroundWork background{loop};
-  ScriptedRegion region;
-  RecordingLog log;
-  ScriptedPower powerSource;
+  ScriptedRegionSource region;
+  RecordingSystemLog log;
+  ScriptedPowerSource powerSource;
   ScriptedScreens screens;
   ScriptedSecureInput secureInput;
   ScriptedSpellChecker spelling;
   SlowField field;
   CountingContext context;
   Ghost ghost;
-  RecordingSurface alternativesSurface, emojiSurface;
+  RecordingOverlaySurface alternativesSurface, emojiSurface;
   FixedFontMetrics metrics;
   AlternativesPanel alternatives{{alternativesSurface, screens, metrics}, loop};
   EmojiIndex emoji;

@@ -8,7 +8,7 @@
 #include "core/settings/preferences.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_file_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -32,7 +32,7 @@ class AppRulesTest : public testing::Test {
   Preferences preferences{defaults};
   MemoryFileStore file;
   VirtualMainLoop loop;
-  RecordingLog log;
+  RecordingSystemLog log;
   std::optional<AppRules> rules{std::in_place, preferences, file, loop, log};
 };
 

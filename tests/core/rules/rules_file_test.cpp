@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/scripted/storage/memory_file_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 
 namespace nimbletype {
 namespace {
@@ -21,7 +21,7 @@ class RulesFileTest : public testing::Test {
     return file.load();
   }
   MemoryFileStore store;
-  RecordingLog log;
+  RecordingSystemLog log;
   RulesFile file{store, log};
 };
 

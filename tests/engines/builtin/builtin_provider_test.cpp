@@ -37,7 +37,7 @@ class BuiltInProviderTest : public testing::Test {
   }
 
   WaitingMainLoop loop;
-  RecordingLog log;
+  RecordingSystemLog log;
   Locator locator;
   std::unique_ptr<CompletionProvider> provider = std::make_unique<BuiltInProvider>(loop, locator, log);
 };

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/scripted/storage/memory_defaults_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 
 namespace nimbletype {
 namespace {
@@ -34,7 +34,7 @@ TEST(ModelHub, MayBeAMirror) {
   };
   for (const auto& [setting, hub, isLogged] : table) {
     MemoryDefaultsStore defaults;
-    RecordingLog log;
+    RecordingSystemLog log;
     if (setting) defaults.set("modelHub", *setting);
     EXPECT_EQ(modelHub(defaults, log), hub);
     EXPECT_EQ(!log.lines.empty(), isLogged) << hub;

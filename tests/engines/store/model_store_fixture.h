@@ -7,7 +7,7 @@
 #include "engines/store/model_store.h"
 #include "platform/scripted/network/scripted_http_downloads.h"
 #include "platform/scripted/storage/scripted_disk_space.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "tests/platform/storage/temporary_folder.h"
@@ -106,7 +106,7 @@ class ModelStoreFixture : public testing::Test {
   ScriptedHttpDownloads downloads{loop};
   ScriptedBackgroundWork background{loop};
   ScriptedDiskSpace disk;
-  RecordingLog log;
+  RecordingSystemLog log;
   std::string content;
   ModelSpec spec;
   std::unique_ptr<ModelStore> store;

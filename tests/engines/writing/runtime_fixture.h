@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "engines/writing/llama_runtime.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tools/stage/waiting_main_loop.h"
 
 namespace nimbletype {
@@ -38,7 +38,7 @@ class RuntimeFixture : public testing::Test {
   }
 
   WaitingMainLoop loop;
-  RecordingLog log;
+  RecordingSystemLog log;
   ModelOptions options;
   RuntimeHooks hooks;
 

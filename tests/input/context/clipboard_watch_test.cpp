@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/scripted/pasteboard/scripted_clipboard.h"
+#include "platform/scripted/pasteboard/scripted_clipboard_text.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -17,7 +17,7 @@ class ClipboardWatchTest : public ::testing::Test {
   void wait(int ms) { loop_.advance(Milliseconds(ms)); }
 
   VirtualMainLoop loop_;
-  ScriptedClipboard clipboard_{loop_};
+  ScriptedClipboardText clipboard_{loop_};
   bool mayRead_ = true;
   ClipboardWatch watch_{clipboard_, loop_, [this] { return mayRead_; }};
 };

@@ -9,7 +9,7 @@
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/desktop/scripted_workspace.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
-#include "platform/scripted/pasteboard/scripted_clipboard.h"
+#include "platform/scripted/pasteboard/scripted_clipboard_text.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "text/text.h"
@@ -87,7 +87,7 @@ class ContextCollectorTest : public ::testing::Test {
   ScriptedScreens screens_;
   ScriptedSecureInput secureInput_;
   ScriptedScreenReader picture_{loop_};
-  ScriptedClipboard clipboard_{loop_};
+  ScriptedClipboardText clipboard_{loop_};
   MemoryDefaultsStore store_;
   Preferences prefs_{store_};
   std::string secretApp_ = "app66";

@@ -8,7 +8,7 @@
 #include "platform/scripted/accessibility/scripted_accessibility.h"
 #include "platform/scripted/keys/recording_event_poster.h"
 #include "platform/scripted/pasteboard/scripted_pasteboard.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "text/text.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Line = RecordingLog::Line;
+using Line = RecordingSystemLog::Line;
 
 std::string repeated(std::string_view s, int count) {
   std::string result;
@@ -84,7 +84,7 @@ struct TextInjectorTest : testing::Test {
   RecordingEventPoster poster;
   ScriptedAccessibility accessibility{loop};
   ScriptedPasteboard pasteboard{loop};
-  RecordingLog log;
+  RecordingSystemLog log;
   TextInjector injector{{poster, accessibility, pasteboard, loop, log}};
   ObjectRef field;
 };

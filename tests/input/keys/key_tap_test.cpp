@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/scripted/keys/scripted_event_tap.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 
 namespace nimbletype {
 namespace {
@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 struct KeyTapTest : testing::Test {
   ScriptedEventTap desktop;
-  RecordingLog log;
+  RecordingSystemLog log;
   KeyTap tap{desktop, log};
 };
 
@@ -47,7 +47,7 @@ TEST_F(KeyTapTest, LogsTheKeysThatAcceptOrDismissAndNoOther) {
   desktop.pointer();
   EXPECT_THAT(seen, ElementsAre(TapEvent(tab), TapEvent(above), TapEvent(escape), TapEvent(letter),
                                 TapEvent(PointerPress{})));
-  using Line = RecordingLog::Line;
+  using Line = RecordingSystemLog::Line;
   EXPECT_THAT(log.lines,
               ElementsAre(Line{"input", "key 48 mods 0 used true"}, Line{"input", "key 50 mods 8 used false"},
                           Line{"input", "key 53 mods 3 used false"}));

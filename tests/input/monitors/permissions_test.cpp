@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/scripted/system/scripted_permissions.h"
+#include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -18,7 +18,7 @@ struct PermissionsTest : testing::Test {
     observation = permissions.observe([this] { ++told; });
   }
   VirtualMainLoop loop;
-  ScriptedPermissions desktop;
+  ScriptedPermissionSource desktop;
   Permissions permissions{desktop, loop};
   Task observation;
   int granted = 0, told = 0;

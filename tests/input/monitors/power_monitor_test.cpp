@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/scripted_power_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -10,7 +10,7 @@ namespace {
 
 TEST(PowerMonitor, TellsOnlyOfRealChangesHoweverItLearnsOfThem) {
   VirtualMainLoop loop;
-  ScriptedPower source;
+  ScriptedPowerSource source;
   source.battery = true;
   const PowerMonitor monitor(source, loop);
   EXPECT_TRUE(monitor.onBattery());

@@ -242,8 +242,8 @@ TEST_F(AXFieldSourceTest, AttachesOnALaterLook) {
   ax_.focus(editor.processID, add("AXTextArea", u"late"));
   loop_.advance(600ms);
   EXPECT_THAT(takeChanges(), ElementsAre(Change::focus));
-  EXPECT_THAT(log_.lines,
-              ElementsAre(RecordingLog::Line{"input", "attached to Editor on a later look, after 700 ms"}));
+  EXPECT_THAT(log_.lines, ElementsAre(RecordingSystemLog::Line{
+                              "input", "attached to Editor on a later look, after 700 ms"}));
   EXPECT_EQ(read().before, "late");
   loop_.advance(100'000ms);
   EXPECT_EQ(log_.lines.size(), 1u);
@@ -325,7 +325,7 @@ TEST_F(AXFieldSourceTest, InsertsByTheMethodAskedFor) {
 }
 
 TEST_F(AXFieldSourceTest, InsertsOnlyWhereTheTextWasMeantToGo) {
-  const RecordingLog::Line moved{"input", "the focus has moved: nothing is inserted"};
+  const RecordingSystemLog::Line moved{"input", "the focus has moved: nothing is inserted"};
   const auto field = open(add("AXTextArea", u"one")), second = add("AXTextField", u"two");
   addApplication(other);
   ax_.focus(other.processID, add("AXTextField", u"three"));

@@ -12,7 +12,7 @@
 #include "platform/scripted/keys/recording_event_poster.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
 #include "platform/scripted/pasteboard/scripted_pasteboard.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -70,7 +70,7 @@ class FieldSourceFixture : public testing::Test {
   ScriptedAccessibility ax_{loop_};
   ScriptedWorkspace workspace_;
   ScriptedSecureInput secureInput_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   FixedFontMetrics fonts_;
   RecordingEventPoster poster_;
   ScriptedPasteboard pasteboard_{loop_};

@@ -5,7 +5,7 @@
 #include "overlay/emoji/emoji_picker_panel.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 
 namespace nimbletype {
 namespace {
@@ -97,7 +97,7 @@ TEST(EmojiIndex, PutsTheToneAfterTheBase) {
 
 TEST(EmojiPicker, StaysWhereItOpenedWhileTheWordGoesOn) {
   EmojiIndex index;
-  RecordingSurface surface;
+  RecordingOverlaySurface surface;
   ScriptedScreens screens;
   const FixedFontMetrics metrics;
   EmojiPickerPanel panel({surface, screens, metrics});

@@ -5,8 +5,8 @@
 
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
+#include "platform/scripted/system/recording_system_log.h"
 
 namespace nimbletype {
 namespace {
@@ -29,10 +29,10 @@ class GhostPanelTest : public testing::Test {
     return {};
   }
 
-  RecordingSurface surface;
+  RecordingOverlaySurface surface;
   ScriptedScreens screens;
   FixedFontMetrics metrics;
-  RecordingLog log;
+  RecordingSystemLog log;
   GhostPanel panel{{surface, screens, metrics, log}};
   GhostContent content;
 };

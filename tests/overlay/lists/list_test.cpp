@@ -3,7 +3,7 @@
 #include "overlay/lists/alternatives_panel.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -73,7 +73,7 @@ TEST(Alternatives, RowsShowWholeWords) {
 
 TEST(AlternativesPanel, MovesDotsOnlyWhileMoreIsToCome) {
   VirtualMainLoop loop;
-  RecordingSurface surface;
+  RecordingOverlaySurface surface;
   ScriptedScreens screens;
   const FixedFontMetrics metrics;
   AlternativesPanel panel({surface, screens, metrics}, loop);

@@ -19,7 +19,7 @@
 
 #include "personal/memory/writing_memory.h"
 #include "platform/scripted/storage/memory_secret_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "platform/storage/atomic_file.h"
@@ -53,7 +53,7 @@ struct Writer {
   AtomicFile file;
   MemorySecretStore secrets{loop};
   ScriptedBackgroundWork background{loop};
-  RecordingLog log;
+  RecordingSystemLog log;
   WritingMemory memory{{file, secrets, background, loop, log}};
 };
 

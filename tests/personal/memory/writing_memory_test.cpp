@@ -7,7 +7,7 @@
 #include "personal/memory/memory_json.h"
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
@@ -55,7 +55,7 @@ class WritingMemoryTest : public testing::Test {
   MemoryFileStore file;
   MemorySecretStore secrets{loop};
   ScriptedBackgroundWork background{loop};
-  RecordingLog log;
+  RecordingSystemLog log;
   std::optional<WritingMemory> memory;
 };
 

@@ -4,9 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/scripted/language/scripted_region.h"
+#include "platform/scripted/language/scripted_region_source.h"
 #include "platform/scripted/storage/memory_file_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "text/format/timestamp.h"
 
@@ -37,8 +37,8 @@ struct World {
 
   VirtualMainLoop loop;
   MemoryFileStore file;
-  RecordingLog log;
-  ScriptedRegion region;
+  RecordingSystemLog log;
+  ScriptedRegionSource region;
   std::optional<StatsStore> store;
 };
 

@@ -3,8 +3,8 @@
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
 #include "platform/scripted/system/scripted_background_work.h"
-#include "platform/scripted/system/scripted_permissions.h"
-#include "platform/scripted/system/scripted_power.h"
+#include "platform/scripted/system/scripted_permission_source.h"
+#include "platform/scripted/system/scripted_power_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "tests/platform/pasteboard/pasteboard_conformance.h"
 #include "tests/platform/storage/defaults_store_conformance.h"
@@ -53,16 +53,16 @@ struct ScriptedWorkHarness : VirtualLoopHarness {
   ScriptedBackgroundWork scripted{virtualLoop};
 };
 
-struct ScriptedPowerHarness {
+struct ScriptedPowerSourceHarness {
   PowerSource& power() { return scripted; }
   void setBattery(bool on) { scripted.setBattery(on); }
   bool runUntil(const std::function<bool()>& done) { return done(); }
-  ScriptedPower scripted;
+  ScriptedPowerSource scripted;
 };
 
-struct ScriptedPermissionsHarness {
+struct ScriptedPermissionSourceHarness {
   PermissionSource& permissions() { return scripted; }
-  ScriptedPermissions scripted;
+  ScriptedPermissionSource scripted;
 };
 
 struct ScriptedPasteboardHarness : VirtualLoopHarness {
@@ -84,8 +84,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerSourceHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionSourceHarness);
 
 }  // namespace
 }  // namespace nimbletype

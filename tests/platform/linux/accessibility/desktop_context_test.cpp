@@ -6,7 +6,7 @@
 #include "platform/linux/desktop/tesseract_lines.h"
 #include "platform/linux/desktop/tesseract_screen_reader.h"
 #include "platform/linux/desktop/x11_workspace.h"
-#include "platform/linux/system/utility_work.h"
+#include "platform/linux/system/linux_background_work.h"
 #include "platform/qt/system/qt_main_loop.h"
 #include "platform/scripted/desktop/scripted_screen_reader.h"
 #include "platform/scripted/desktop/scripted_screens.h"
@@ -70,7 +70,7 @@ TEST_F(DesktopContext, KeepsTheTextOfAWindowThatWasLookedAt) {
 }
 
 TEST_F(DesktopContext, ReadsAPictureOfAWindow) {
-  UtilityWork work(loop_);
+  LinuxBackgroundWork work(loop_);
   if (!TesseractScreenReader(work).isPermitted()) GTEST_SKIP() << "tesseract is not installed";
   const auto editor = open("mousepad", notes);
   TesseractScreenReader reader(work);

@@ -11,7 +11,7 @@
 #include "platform/scripted/keys/recording_event_poster.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
 #include "platform/scripted/pasteboard/scripted_pasteboard.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tests/platform/linux/accessibility/editor_world.h"
 #include "text/text.h"
 
@@ -45,7 +45,7 @@ class DesktopFieldSource : public testing::TestWithParam<std::string> {
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
   std::unique_ptr<OpenEditor> editor_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   RecordingEventPoster poster_;
   ScriptedSecureInput secureInput_;
   FixedFontMetrics fonts_;

@@ -12,7 +12,7 @@
 #include "platform/qt/system/qt_main_loop.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
 #include "platform/scripted/keys/scripted_secure_input.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "tests/platform/linux/accessibility/editor_world.h"
 #include "tests/platform/linux/pasteboard/clipboard_application.h"
 
@@ -47,7 +47,7 @@ class EditorInsertion : public testing::TestWithParam<std::string> {
   OpenEditor editor_{GetParam(), ""};
   QCoreApplication application_{noArguments, nullptr};
   QtMainLoop loop_;
-  RecordingLog log_;
+  RecordingSystemLog log_;
   ScriptedSecureInput secureInput_;
   FixedFontMetrics fonts_;
   AtspiAccessibility ax_;

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/scripted/storage/memory_file_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "tests/platform/storage/defaults_store_conformance.h"
 
@@ -20,7 +20,7 @@ struct JsonStoreHarness {
   }
   MemoryFileStore file;
   VirtualMainLoop loop;
-  RecordingLog log;
+  RecordingSystemLog log;
   std::optional<JsonDefaultsStore> json{std::in_place, file, loop, log};
 };
 

@@ -3,7 +3,7 @@
 #include "personal/memory/writing_memory.h"
 #include "platform/linux/storage/secret_service_request.h"
 #include "platform/linux/storage/secret_service_store.h"
-#include "platform/scripted/system/recording_log.h"
+#include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 #include "platform/storage/atomic_file.h"
@@ -51,7 +51,7 @@ class WritingMemoryKeyringTest : public testing::Test {
   VirtualMainLoop loop;
   AtomicFile file{path};
   ScriptedBackgroundWork background{loop};
-  RecordingLog log;
+  RecordingSystemLog log;
   std::optional<SecretServiceStore> store;
   std::optional<WritingMemory> memory;
 };

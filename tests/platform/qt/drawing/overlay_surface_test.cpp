@@ -3,7 +3,7 @@
 
 #include "platform/qt/desktop/qt_screens.h"
 #include "platform/qt/drawing/qt_overlay_surface.h"
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 #include "tests/platform/drawing/overlay_conformance.h"
 
 namespace nimbletype {
@@ -14,7 +14,7 @@ struct RecordingHarness {
   std::optional<BottomLeftRect> visibleFrame() const {
     return surface_.shown ? std::optional(surface_.shown->frame) : std::nullopt;
   }
-  RecordingSurface surface_;
+  RecordingOverlaySurface surface_;
 };
 
 template <bool mixesWindows>

@@ -8,7 +8,7 @@
 namespace nimbletype {
 
 // A desktop whose user is the script: it grants, takes back and counts what it is asked.
-class ScriptedPermissions : public PermissionSource {
+class ScriptedPermissionSource : public PermissionSource {
  public:
   bool isTrusted() const override { return trusted; }
   void askForTrust() override { ++asked; }

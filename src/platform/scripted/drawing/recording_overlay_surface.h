@@ -8,7 +8,7 @@
 namespace nimbletype {
 
 // Keeps what it is told to show.
-class RecordingSurface final : public OverlaySurface {
+class RecordingOverlaySurface final : public OverlaySurface {
  public:
   void show(const DrawList& list) override;
   void hide() override;

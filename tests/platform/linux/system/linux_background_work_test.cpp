@@ -1,4 +1,4 @@
-#include "platform/linux/system/utility_work.h"
+#include "platform/linux/system/linux_background_work.h"
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -11,24 +11,24 @@
 namespace nimbletype {
 namespace {
 
-struct UtilityWorkHarness {
-  BackgroundWork& work() { return utility; }
+struct LinuxBackgroundWorkHarness {
+  BackgroundWork& work() { return background; }
   bool runUntil(const std::function<bool()>& done) {
     loop.runUntil(done);
     return true;
   }
   WaitingMainLoop loop;
-  UtilityWork utility{loop};
+  LinuxBackgroundWork background{loop};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Utility, BackgroundWorkConformance, UtilityWorkHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, BackgroundWorkConformance, LinuxBackgroundWorkHarness);
 
 int niceness() {
   return getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
 }
 
-TEST(UtilityWork, YieldsWithoutSlowingTheMainThread) {
-  UtilityWorkHarness harness;
+TEST(LinuxBackgroundWork, YieldsWithoutSlowingTheMainThread) {
+  LinuxBackgroundWorkHarness harness;
   const int before = niceness();
   const auto worker = std::make_shared<int>(before);
   bool done = false;

@@ -6,12 +6,12 @@
 namespace nimbletype {
 
 // The port over the system's privacy settings.
-class MacPermissions final : public PermissionSource {
+class MacPermissionSource final : public PermissionSource {
  public:
-  MacPermissions() = default;
-  ~MacPermissions() override { onTrustChange({}); }
-  MacPermissions(const MacPermissions&) = delete;
-  MacPermissions& operator=(const MacPermissions&) = delete;
+  MacPermissionSource() = default;
+  ~MacPermissionSource() override { onTrustChange({}); }
+  MacPermissionSource(const MacPermissionSource&) = delete;
+  MacPermissionSource& operator=(const MacPermissionSource&) = delete;
 
   bool isTrusted() const override;
   void askForTrust() override;

@@ -1,4 +1,4 @@
-#include "platform/linux/language/linux_region.h"
+#include "platform/linux/language/linux_region_source.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -52,7 +52,7 @@ std::string zoneOfSystem() {
 
 }  // namespace
 
-Region LinuxRegion::region() const {
+Region LinuxRegionSource::region() const {
   for (const std::string& zone : {zoneOfEnvironment(), zoneOfSystem()})
     if (!zone.empty() && text::isTimeZone(zone)) return {numberLocale(), zone};
   return {numberLocale(), {}};

@@ -1,4 +1,4 @@
-#include "platform/linux/system/utility_work.h"
+#include "platform/linux/system/linux_background_work.h"
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -33,7 +33,8 @@ void cancel(Run& run) {
 
 }  // namespace
 
-Task UtilityWork::run(std::function<void(const std::atomic<bool>&)> work, std::function<void()> done) {
+Task LinuxBackgroundWork::run(std::function<void(const std::atomic<bool>&)> work,
+                              std::function<void()> done) {
   const auto run = std::make_shared<Run>();
   run->done = std::move(done);
   run->thread = std::thread([&loop = loop_, run, work = std::move(work)] {

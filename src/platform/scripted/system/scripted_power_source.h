@@ -5,7 +5,7 @@
 
 namespace nimbletype {
 
-class ScriptedPower : public PowerSource {
+class ScriptedPowerSource : public PowerSource {
  public:
   bool onBattery() const override { return battery; }
   void onChange(std::function<void()> changed) override { changed_ = std::move(changed); }

@@ -6,9 +6,9 @@ namespace nimbletype {
 
 // An X11 desktop allows every program everything: access is there when the accessibility bus is, and there is
 // nobody to ask.
-class LinuxPermissions final : public PermissionSource {
+class LinuxPermissionSource final : public PermissionSource {
  public:
-  explicit LinuxPermissions(Accessibility& accessibility) : accessibility_(accessibility) {}
+  explicit LinuxPermissionSource(Accessibility& accessibility) : accessibility_(accessibility) {}
 
   bool isTrusted() const override { return accessibility_.isTrusted(); }
   void askForTrust() override {}

@@ -1,4 +1,4 @@
-#include "platform/mac/system/mac_permissions.h"
+#include "platform/mac/system/mac_permission_source.h"
 
 #import <AppKit/AppKit.h>
 #import <ApplicationServices/ApplicationServices.h>
@@ -7,16 +7,16 @@
 
 namespace nimbletype {
 
-bool MacPermissions::isTrusted() const {
+bool MacPermissionSource::isTrusted() const {
   return AXIsProcessTrusted();
 }
 
-void MacPermissions::askForTrust() {
+void MacPermissionSource::askForTrust() {
   NSDictionary* options = @{(__bridge NSString*)kAXTrustedCheckOptionPrompt : @YES};
   AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
 }
 
-void MacPermissions::onTrustChange(std::function<void()> changed) {
+void MacPermissionSource::onTrustChange(std::function<void()> changed) {
   NSDistributedNotificationCenter* center = NSDistributedNotificationCenter.defaultCenter;
   if (registration_) [center removeObserver:registration_];
   registration_ = nil;
@@ -29,23 +29,23 @@ void MacPermissions::onTrustChange(std::function<void()> changed) {
                                   }];
 }
 
-bool MacPermissions::canRecordScreen() const {
+bool MacPermissionSource::canRecordScreen() const {
   return CGPreflightScreenCaptureAccess();
 }
 
-bool MacPermissions::askForScreenRecording() {
+bool MacPermissionSource::askForScreenRecording() {
   return CGRequestScreenCaptureAccess();
 }
 
 // Where the user has never chosen, the system knows its default.
-bool MacPermissions::systemPredictionsOn() const {
+bool MacPermissionSource::systemPredictionsOn() const {
   NSDictionary* global = [NSUserDefaults.standardUserDefaults persistentDomainForName:NSGlobalDomain];
   NSNumber* chosen = global[@"NSAutomaticInlinePredictionEnabled"];
   if ([chosen isKindOfClass:NSNumber.class]) return chosen.boolValue;
   return NSSpellChecker.automaticInlinePredictionEnabled;
 }
 
-void MacPermissions::openSettings(std::string_view address) {
+void MacPermissionSource::openSettings(std::string_view address) {
   NSURL* url = [NSURL URLWithString:nsString(address)];
   if (url) [NSWorkspace.sharedWorkspace openURL:url];
 }

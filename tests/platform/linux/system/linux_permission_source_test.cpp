@@ -1,4 +1,4 @@
-#include "platform/linux/system/linux_permissions.h"
+#include "platform/linux/system/linux_permission_source.h"
 
 #include "platform/scripted/accessibility/scripted_accessibility.h"
 #include "platform/scripted/system/virtual_main_loop.h"
@@ -7,17 +7,17 @@
 namespace nimbletype {
 namespace {
 
-struct LinuxPermissionsHarness {
+struct LinuxPermissionSourceHarness {
   PermissionSource& permissions() { return source; }
   VirtualMainLoop loop;
   ScriptedAccessibility accessibility{loop};
-  LinuxPermissions source{accessibility};
+  LinuxPermissionSource source{accessibility};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PermissionSourceConformance, LinuxPermissionsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PermissionSourceConformance, LinuxPermissionSourceHarness);
 
-TEST(LinuxPermissions, AccessIsThereWhenTheAccessibilityBusIs) {
-  LinuxPermissionsHarness harness;
+TEST(LinuxPermissionSource, AccessIsThereWhenTheAccessibilityBusIs) {
+  LinuxPermissionSourceHarness harness;
   for (const bool open : {false, true}) {
     harness.accessibility.trusted = open;
     EXPECT_EQ(harness.source.isTrusted(), open);

@@ -9,12 +9,12 @@ namespace nimbletype {
 // The power state as UPower tells it. Asked in the background; until it has answered, and where there is no
 // UPower, the machine counts as plugged in. Tells of every change UPower tells of, and of UPower's own coming
 // and going.
-class UPowerSource final : public PowerSource {
+class UPowerPowerSource final : public PowerSource {
  public:
-  UPowerSource();
-  ~UPowerSource() override;
-  UPowerSource(const UPowerSource&) = delete;
-  UPowerSource& operator=(const UPowerSource&) = delete;
+  UPowerPowerSource();
+  ~UPowerPowerSource() override;
+  UPowerPowerSource(const UPowerPowerSource&) = delete;
+  UPowerPowerSource& operator=(const UPowerPowerSource&) = delete;
 
   bool onBattery() const override;
   void onChange(std::function<void()> changed) override { changed_ = std::move(changed); }

@@ -1,4 +1,4 @@
-#include "platform/linux/language/linux_region.h"
+#include "platform/linux/language/linux_region_source.h"
 
 #include <gtest/gtest.h>
 
@@ -7,15 +7,15 @@
 namespace nimbletype {
 namespace {
 
-class LinuxRegionTest : public testing::Test {
+class LinuxRegionSourceTest : public testing::Test {
  protected:
-  ~LinuxRegionTest() override { clear(); }
+  ~LinuxRegionSourceTest() override { clear(); }
   static void clear() {
     for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG", "TZ"}) unsetenv(name);
   }
 };
 
-TEST_F(LinuxRegionTest, TakesTheLocaleOfNumbers) {
+TEST_F(LinuxRegionSourceTest, TakesTheLocaleOfNumbers) {
   struct Case {
     const char *all, *numeric, *lang, *locale;
   };
@@ -26,13 +26,13 @@ TEST_F(LinuxRegionTest, TakesTheLocaleOfNumbers) {
     setenv("LC_ALL", c.all, 1);
     setenv("LC_NUMERIC", c.numeric, 1);
     setenv("LANG", c.lang, 1);
-    EXPECT_EQ(LinuxRegion().region().locale, c.locale);
+    EXPECT_EQ(LinuxRegionSource().region().locale, c.locale);
   }
 }
 
-TEST_F(LinuxRegionTest, FollowsTheTimeZone) {
+TEST_F(LinuxRegionSourceTest, FollowsTheTimeZone) {
   clear();
-  const std::string systems = LinuxRegion().region().timeZone;
+  const std::string systems = LinuxRegionSource().region().timeZone;
   struct Case {
     const char* set;
     std::string zone;
@@ -41,7 +41,7 @@ TEST_F(LinuxRegionTest, FollowsTheTimeZone) {
                         Case{"/usr/share/zoneinfo/America/Sao_Paulo", "America/Sao_Paulo"}, Case{"", systems},
                         Case{"nowhere", systems}, Case{":/etc/localtime", systems}}) {
     setenv("TZ", c.set, 1);
-    EXPECT_EQ(LinuxRegion().region().timeZone, c.zone) << c.set;
+    EXPECT_EQ(LinuxRegionSource().region().timeZone, c.zone) << c.set;
   }
 }
 

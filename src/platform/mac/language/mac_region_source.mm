@@ -1,4 +1,4 @@
-#include "platform/mac/language/mac_region.h"
+#include "platform/mac/language/mac_region_source.h"
 
 #import <Foundation/Foundation.h>
 
@@ -6,7 +6,7 @@
 
 namespace nimbletype {
 
-Region MacRegion::region() const {
+Region MacRegionSource::region() const {
   @autoreleasepool {
     // The process remembers the zone it started in.
     [NSTimeZone resetSystemTimeZone];

@@ -1,4 +1,4 @@
-#include "platform/linux/system/upower_source.h"
+#include "platform/linux/system/upower_power_source.h"
 
 #include <cstdlib>
 #include <optional>
@@ -56,15 +56,15 @@ struct UPowerHarness {
   bool runUntil(const std::function<bool()>& done) { return nimbletype::runUntil(done); }
 
   MockUPower upower;
-  UPowerSource source;
+  UPowerPowerSource source;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(UPower, PowerSourceConformance, UPowerHarness);
 
 // The monitor's own timer stands still here: what it learns comes from UPower.
-TEST(UPowerSource, KeepsTheMonitorInformedWhileUPowerComesAndGoes) {
+TEST(UPowerPowerSource, KeepsTheMonitorInformedWhileUPowerComesAndGoes) {
   MockUPower upower("{\"OnBattery\": true}");
-  UPowerSource source;
+  UPowerPowerSource source;
   VirtualMainLoop loop;
   const PowerMonitor monitor(source, loop);
   const auto becomes = [&](bool battery) { return runUntil([&] { return monitor.onBattery() == battery; }); };

@@ -1,18 +1,18 @@
-#include "platform/scripted/drawing/recording_surface.h"
+#include "platform/scripted/drawing/recording_overlay_surface.h"
 
 namespace nimbletype {
 
-void RecordingSurface::show(const DrawList& list) {
+void RecordingOverlaySurface::show(const DrawList& list) {
   shown = list;
   ++shows;
 }
 
-void RecordingSurface::hide() {
+void RecordingOverlaySurface::hide() {
   shown.reset();
   ++hides;
 }
 
-std::vector<std::string> RecordingSurface::texts() const {
+std::vector<std::string> RecordingOverlaySurface::texts() const {
   std::vector<std::string> all;
   if (!shown) return all;
   for (const auto& item : shown->items)

@@ -5,9 +5,9 @@ namespace nimbletype {
 
 // Diagnostics on standard error, which the session keeps in its journal. Silent unless asked for, as nobody
 // reads the terminal of an application that was started from a menu.
-class StderrLog final : public SystemLog {
+class StderrSystemLog final : public SystemLog {
  public:
-  explicit StderrLog(bool verbose) : verbose_(verbose) {}
+  explicit StderrSystemLog(bool verbose) : verbose_(verbose) {}
   void log(std::string_view category, std::string_view message) override;
 
  private:

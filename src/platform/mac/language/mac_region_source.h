@@ -1,10 +1,10 @@
 #pragma once
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 
 namespace nimbletype {
 
 // What System Settings say.
-class MacRegion final : public RegionSource {
+class MacRegionSource final : public RegionSource {
  public:
   Region region() const override;
 };

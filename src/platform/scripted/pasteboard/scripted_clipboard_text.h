@@ -5,9 +5,9 @@
 namespace nimbletype {
 
 // Holds what the test copied, and counts how often that is read.
-class ScriptedClipboard : public ClipboardText {
+class ScriptedClipboardText : public ClipboardText {
  public:
-  explicit ScriptedClipboard(MainLoop& loop) : loop_(loop) {}
+  explicit ScriptedClipboardText(MainLoop& loop) : loop_(loop) {}
 
   void copy(std::string text, bool concealed = false, bool transient = false) {
     text_ = std::move(text);

@@ -1,9 +1,9 @@
 #pragma once
-#include "platform/language/region.h"
+#include "platform/language/region_source.h"
 
 namespace nimbletype {
 
-class ScriptedRegion : public RegionSource {
+class ScriptedRegionSource : public RegionSource {
  public:
   Region region() const override { return current; }
   Region current{"en_US", "UTC"};

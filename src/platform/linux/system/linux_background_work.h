@@ -6,9 +6,9 @@ namespace nimbletype {
 
 // Each piece of work on a thread of its own that yields to the rest of the desktop. The loop must outlive
 // the work.
-class UtilityWork final : public BackgroundWork {
+class LinuxBackgroundWork final : public BackgroundWork {
  public:
-  explicit UtilityWork(MainLoop& loop) : loop_(loop) {}
+  explicit LinuxBackgroundWork(MainLoop& loop) : loop_(loop) {}
 
   [[nodiscard]] Task run(std::function<void(const std::atomic<bool>& cancelled)> work,
                          std::function<void()> done) override;

@@ -8,7 +8,7 @@
 namespace nimbletype {
 
 // Keeps the diagnostic lines, and hands each on as it comes.
-class RecordingLog : public SystemLog {
+class RecordingSystemLog : public SystemLog {
  public:
   struct Line {
     std::string category, message;
