@@ -25,15 +25,16 @@ std::string besideText(const std::vector<std::vector<PlacedText>>& windows) {
 
 }  // namespace
 
-ContextCollector::ContextCollector(Desktop desktop, const Preferences& prefs, UserIdentity user,
+ContextCollector::ContextCollector(const Services& services, const Preferences& prefs, UserIdentity user,
                                    SurroundingsReader::MayRead mayRead)
-    : desktop_(desktop),
+    : s_(services),
       prefs_(prefs),
       user_(std::move(user)),
-      reader_({desktop.loop, desktop.accessibility, desktop.workspace, desktop.screens, desktop.screenReader},
+      reader_({services.loop, services.accessibility, services.workspace, services.screens,
+               services.screenReader},
               std::move(mayRead)) {
-  if (desktop.clipboard)
-    clipboard_.emplace(*desktop.clipboard, desktop.loop, [this] { return reader_.mayReadFrontmost(); });
+  if (services.clipboard)
+    clipboard_.emplace(*services.clipboard, services.loop, [this] { return reader_.mayReadFrontmost(); });
   for (const auto* setting : {&prefs.isEnabled, &prefs.contextScreen, &prefs.contextRecent,
                               &prefs.contextNearbyWindows, &prefs.contextClipboard})
     observing_.push_back(setting->observe([this] { settingsChanged(); }));
@@ -63,11 +64,11 @@ void ContextCollector::forgetWindows() {
 void ContextCollector::focusMoved() {
   if (clipboard_) clipboard_->frontmostChanged();
   hasMoved_ = true;
-  if (wanted().anyWindow()) look_ = desktop_.loop.after(settle, [this] { lookAround(); });
+  if (wanted().anyWindow()) look_ = s_.loop.after(settle, [this] { lookAround(); });
 }
 
 void ContextCollector::lookAround() {
-  if (!wanted().anyWindow() || desktop_.secureInput.isOn()) return forgetWindows();
+  if (!wanted().anyWindow() || s_.secureInput.isOn()) return forgetWindows();
   hasMoved_ = false;
   titleThen_.reset();
   auto window = reader_.lookedAt();
@@ -86,7 +87,7 @@ void ContextCollector::leave() {
   if (current_ && wanted().recent) {
     auto lines = std::move(current_->ofField);
     lines.insert(lines.end(), current_->lines.begin(), current_->lines.end());
-    memory_.left(current_->place.key(), std::move(lines), desktop_.loop.now());
+    memory_.left(current_->place.key(), std::move(lines), s_.loop.now());
   }
   current_.reset();
 }
@@ -95,13 +96,13 @@ void ContextCollector::enter(LookedAt window) {
   current_.emplace();
   current_->place = std::move(window);
   // What it showed then may do until it is read again.
-  if (auto lines = memory_.returnedTo(current_->place.key(), desktop_.loop.now()))
+  if (auto lines = memory_.returnedTo(current_->place.key(), s_.loop.now()))
     current_->lines = std::move(*lines);
 }
 
 bool ContextCollector::isStale() const {
   if (!current_ || !current_->readAt) return true;
-  return desktop_.loop.now() - *current_->readAt >= (current_->wasPictured ? freshPicture : fresh);
+  return s_.loop.now() - *current_->readAt >= (current_->wasPictured ? freshPicture : fresh);
 }
 
 void ContextCollector::readFocused() {
@@ -114,14 +115,14 @@ void ContextCollector::readFocused() {
     current_->lines = std::move(lines);
     current_->ofField = contextLines(reading.ofField);
     current_->wasPictured = reading.isPicture;
-    current_->readAt = desktop_.loop.now();
+    current_->readAt = s_.loop.now();
     if (isNew) arrived();
     readBeside();
   });
 }
 
 void ContextCollector::readBeside() {
-  current_->readAt = desktop_.loop.now();
+  current_->readAt = s_.loop.now();
   current_->isReading = wanted().beside;
   if (!current_->isReading) return;
   reading_ = reader_.readBeside(current_->place, [this](std::vector<std::vector<PlacedText>> windows) {
@@ -155,8 +156,8 @@ PromptContext ContextCollector::gather(const FieldSnapshot& snapshot) {
   context.windowTitle = snapshot.windowTitle.value_or("");
   context.domain = snapshot.domain.value_or("");
   context.writerName = user_.fullName;
-  context.now = text::longDate(desktop_.loop.wallNow(), user_.locale, user_.timeZone);
-  if (snapshot.isSecure || desktop_.secureInput.isOn()) return context;
+  context.now = text::longDate(s_.loop.wallNow(), user_.locale, user_.timeZone);
+  if (snapshot.isSecure || s_.secureInput.isOn()) return context;
 
   noticeWindow(snapshot);
   const Wanted now = wanted();
@@ -168,11 +169,10 @@ PromptContext ContextCollector::gather(const FieldSnapshot& snapshot) {
   if (now.beside && isHere) context.nearbyText = besideText(current_->beside);
   if (now.recent)
     context.recentText =
-        firstLines(withoutOwnText(memory_.lines(here, desktop_.loop.now()), ownText), windowsLimit);
+        firstLines(withoutOwnText(memory_.lines(here, s_.loop.now()), ownText), windowsLimit);
   if (now.clipboard && clipboard_) context.clipboard = usefulCopy(clipboard_->text(), ownText, copyLimit);
   wasGathered_ = true;
-  if (now.anyWindow() && (!isHere || isStale()))
-    look_ = desktop_.loop.after(settle, [this] { lookAround(); });
+  if (now.anyWindow() && (!isHere || isStale())) look_ = s_.loop.after(settle, [this] { lookAround(); });
   return context;
 }
 

@@ -40,7 +40,7 @@ class ContextCollector : public ContextSource {
   static constexpr Milliseconds settle{50};
   static constexpr Milliseconds fresh{5'000}, freshPicture{30'000};
 
-  struct Desktop {
+  struct Services {
     MainLoop& loop;
     Accessibility& accessibility;
     Workspace& workspace;
@@ -50,7 +50,7 @@ class ContextCollector : public ContextSource {
     ClipboardText* clipboard = nullptr;  // none where it cannot be told what was copied
   };
   // `mayRead` says whether the windows of an application may be looked into at all.
-  ContextCollector(Desktop desktop, const Preferences& prefs, UserIdentity user,
+  ContextCollector(const Services& services, const Preferences& prefs, UserIdentity user,
                    SurroundingsReader::MayRead mayRead);
   ContextCollector(const ContextCollector&) = delete;
   ContextCollector& operator=(const ContextCollector&) = delete;
@@ -78,7 +78,7 @@ class ContextCollector : public ContextSource {
   void noticeWindow(const FieldSnapshot& snapshot);
   bool isAbout(const FieldSnapshot& snapshot) const;
 
-  Desktop desktop_;
+  Services s_;
   const Preferences& prefs_;
   UserIdentity user_;
   SurroundingsReader reader_;

@@ -23,37 +23,37 @@ std::string LookedAt::key() const {
   return std::to_string(app.processID) + ":" + std::to_string(window.ref()->hash()) + ":" + title;
 }
 
-SurroundingsReader::SurroundingsReader(Desktop desktop, MayRead mayRead)
-    : desktop_(desktop), mayRead_(std::move(mayRead)), reader_(desktop.loop) {}
+SurroundingsReader::SurroundingsReader(const Services& services, MayRead mayRead)
+    : s_(services), mayRead_(std::move(mayRead)), reader_(services.loop) {}
 
 bool SurroundingsReader::mayRead(const ScreenWindow& window) const {
   return mayRead_(window.app) && !isPrivateTitle(window.title) && !isSilent(window.app.processID);
 }
 
 bool SurroundingsReader::mayReadFrontmost() const {
-  const auto app = desktop_.workspace.frontmost();
+  const auto app = s_.workspace.frontmost();
   return !app || mayRead_(*app);
 }
 
 bool SurroundingsReader::isSilent(std::int64_t processID) const {
   const auto found = silentSince_.find(processID);
-  return found != silentSince_.end() && desktop_.loop.now() - found->second < silence;
+  return found != silentSince_.end() && s_.loop.now() - found->second < silence;
 }
 
 void SurroundingsReader::note(std::int64_t processID, const WindowReading& reading) {
   if (reading.isAnswered)
     silentSince_.erase(processID);
   else
-    silentSince_[processID] = desktop_.loop.now();
+    silentSince_[processID] = s_.loop.now();
 }
 
 std::optional<LookedAt> SurroundingsReader::lookedAt() {
-  auto app = desktop_.workspace.frontmost();
+  auto app = s_.workspace.frontmost();
   if (!app || !mayRead_(*app) || isSilent(app->processID)) return std::nullopt;
-  const AXElement application(desktop_.accessibility, desktop_.accessibility.application(app->processID));
+  const AXElement application(s_.accessibility, s_.accessibility.application(app->processID));
   const auto focus =
       application.readBriefly({{"AXRole", {}}, {"AXFocusedWindow", {}}, {"AXFocusedUIElement", {}}});
-  if (application && focus[0] == AttributeValue()) silentSince_[app->processID] = desktop_.loop.now();
+  if (application && focus[0] == AttributeValue()) silentSince_[app->processID] = s_.loop.now();
   LookedAt found{std::move(*app), application.neighbour(focus[1]), application.neighbour(focus[2]), {}, {}};
   if (!found.window) return std::nullopt;
   const auto values = found.window.readBriefly({{"AXTitle", {}}, {"AXFrame", {}}});
@@ -73,18 +73,17 @@ Task SurroundingsReader::readFocused(const LookedAt& window, bool mayUsePicture,
                          const auto picture = isEmpty && mayUsePicture ? pictured(window) : std::nullopt;
                          const auto running = step.lock();
                          if (!picture || !running) return done(std::move(reading));
-                         *running =
-                             desktop_.screenReader.read(*picture, [done](std::vector<PlacedText> lines) {
-                               done({std::move(lines), {}, true, true});
-                             });
+                         *running = s_.screenReader.read(*picture, [done](std::vector<PlacedText> lines) {
+                           done({std::move(lines), {}, true, true});
+                         });
                        });
   return Task([step] { *step = Task(); });
 }
 
 // The picture of a window shows what lies in front of it as well.
 std::optional<ScreenWindow> SurroundingsReader::pictured(const LookedAt& window) {
-  if (!desktop_.screenReader.isPermitted()) return std::nullopt;
-  const auto windows = desktop_.workspace.windows();
+  if (!s_.screenReader.isPermitted()) return std::nullopt;
+  const auto windows = s_.workspace.windows();
   const auto mayShow = [this](const ScreenWindow& w) { return mayRead_(w.app) && !isPrivateTitle(w.title); };
   const ScreenWindow* found = windowMatching(windows, window.app.processID, window.title, window.frame);
   if (!found || !mayShow(*found) || isCoveredBySecret(*found, windows, mayShow)) return std::nullopt;
@@ -92,7 +91,7 @@ std::optional<ScreenWindow> SurroundingsReader::pictured(const LookedAt& window)
 }
 
 AXElement SurroundingsReader::elementOf(const ScreenWindow& window) {
-  Accessibility& accessibility = desktop_.accessibility;
+  Accessibility& accessibility = s_.accessibility;
   const AXElement application(accessibility, accessibility.application(window.app.processID));
   const auto answer = application.readBriefly({{"AXWindows", {}}});
   const auto list = valueAs<ObjectList>(answer[0]).value_or(ObjectList());
@@ -118,16 +117,16 @@ struct SurroundingsReader::Chain {
 Task SurroundingsReader::readBeside(const LookedAt& window, BesideDone done) {
   const auto chain = std::make_shared<Chain>();
   chain->done = std::move(done);
-  const auto windows = desktop_.workspace.windows();
+  const auto windows = s_.workspace.windows();
   std::vector<TopLeftRect> screens;
-  for (const Screen& screen : desktop_.screens.all())
-    screens.push_back(flipped(screen.frame, desktop_.screens.mainHeight()));
+  for (const Screen& screen : s_.screens.all())
+    screens.push_back(flipped(screen.frame, s_.screens.mainHeight()));
   const ScreenWindow* focused = windowMatching(windows, window.app.processID, window.title, window.frame);
   if (focused)
     chain->left = windowsBeside(
         *focused, windows, screens, [this](const ScreenWindow& w) { return mayRead(w); }, mostBeside);
   std::ranges::reverse(chain->left);
-  chain->step = desktop_.loop.after(Milliseconds(0), [this, weak = std::weak_ptr(chain)] {
+  chain->step = s_.loop.after(Milliseconds(0), [this, weak = std::weak_ptr(chain)] {
     if (const auto alive = weak.lock()) readNext(alive);
   });
   return Task([chain] { chain->step = Task(); });

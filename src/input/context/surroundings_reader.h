@@ -30,7 +30,7 @@ class SurroundingsReader {
   static constexpr std::size_t mostBeside = 2;
   static constexpr Milliseconds silence{60'000};
 
-  struct Desktop {
+  struct Services {
     MainLoop& loop;
     Accessibility& accessibility;
     Workspace& workspace;
@@ -38,7 +38,7 @@ class SurroundingsReader {
     ScreenReader& screenReader;
   };
   using MayRead = std::function<bool(const RunningApp&)>;
-  SurroundingsReader(Desktop desktop, MayRead mayRead);
+  SurroundingsReader(const Services& services, MayRead mayRead);
 
   // The window in front; none when there is none, or it must not be read.
   std::optional<LookedAt> lookedAt();
@@ -60,7 +60,7 @@ class SurroundingsReader {
   AXElement elementOf(const ScreenWindow& window);
   void readNext(const std::shared_ptr<Chain>& chain);
 
-  Desktop desktop_;
+  Services s_;
   MayRead mayRead_;
   WindowTextReader reader_;
   std::map<std::int64_t, MonotonicTime> silentSince_;

@@ -22,23 +22,23 @@ constexpr int mostLooksForAField = 3;
 
 }  // namespace
 
-AXFieldSource::AXFieldSource(Desktop desktop, TextInjector& injector)
-    : desktop_(desktop),
+AXFieldSource::AXFieldSource(const Services& services, TextInjector& injector)
+    : s_(services),
       injector_(injector),
-      attachRetry_(desktop.loop),
-      reader_(desktop.secureInput, desktop.fonts, desktop.log) {}
+      attachRetry_(services.loop),
+      reader_(services.secureInput, services.fonts, services.log) {}
 
 AXFieldSource::~AXFieldSource() {
-  desktop_.workspace.onFrontmostChanged({});
+  s_.workspace.onFrontmostChanged({});
 }
 
 void AXFieldSource::start() {
-  desktop_.workspace.onFrontmostChanged([this] { frontmostChanged(); });
+  s_.workspace.onFrontmostChanged([this] { frontmostChanged(); });
   frontmostChanged();
 }
 
 void AXFieldSource::frontmostChanged() {
-  auto app = desktop_.workspace.frontmost();
+  auto app = s_.workspace.frontmost();
   if (app == app_) return;
   app_ = std::move(app);
   attachRetry_.cancel();
@@ -56,14 +56,14 @@ void AXFieldSource::attach() {
   if (!app_ || app_->isOurs || tryToAttach()) return;
   attachRetry_.start([this] { return tryToAttach(); },
                      [this](Milliseconds wait) {
-                       desktop_.log.log("input", "attached to " + app_->appName + " on a later look, after " +
-                                                     std::to_string(wait.count()) + " ms");
+                       s_.log.log("input", "attached to " + app_->appName + " on a later look, after " +
+                                               std::to_string(wait.count()) + " ms");
                        emitSoon(Change::focus);
                      });
 }
 
 bool AXFieldSource::tryToAttach() {
-  Accessibility& accessibility = desktop_.accessibility;
+  Accessibility& accessibility = s_.accessibility;
   if (!appElement_) {
     ObjectRef element = accessibility.application(app_->processID);
     if (!element) return false;
@@ -102,7 +102,7 @@ bool AXFieldSource::pinFocused() {
 
 bool AXFieldSource::pin(ObjectRef element) {
   if (!element || !app_ || !appElement_) return false;
-  pinned_.pin(app_->processID, AXElement(desktop_.accessibility, std::move(element)));
+  pinned_.pin(app_->processID, AXElement(s_.accessibility, std::move(element)));
   emitSoon(Change::focus);
   pollPinned();
   return true;
@@ -116,7 +116,7 @@ void AXFieldSource::unpin() {
 
 // What tells wrongly of its focus may tell nothing of its changes either.
 void AXFieldSource::pollPinned() {
-  pinnedPoll_ = desktop_.loop.after(pinnedPollInterval, [this] {
+  pinnedPoll_ = s_.loop.after(pinnedPollInterval, [this] {
     emitSoon(Change::value);
     pollPinned();
   });
@@ -126,7 +126,7 @@ void AXFieldSource::watch(const AXElement& element) {
   watched_ = element;
   focusInfo_.reset();
   watching_.reset();
-  if (element && app_) watching_ = desktop_.accessibility.watch(app_->processID, element.ref());
+  if (element && app_) watching_ = s_.accessibility.watch(app_->processID, element.ref());
 }
 
 // Applications tell of one thing in several notifications. Those of one turn of the main loop are told as
@@ -136,7 +136,7 @@ void AXFieldSource::emitSoon(Change change) {
   // The enumeration runs from the strongest to the weakest.
   pending_ = pending_ ? std::min(*pending_, change) : change;
   if (isUnderWay) return;
-  emission_ = desktop_.loop.after(Milliseconds(0), [this] { emitNow(); });
+  emission_ = s_.loop.after(Milliseconds(0), [this] { emitNow(); });
 }
 
 void AXFieldSource::emitNow() {
@@ -157,7 +157,7 @@ bool AXFieldSource::mayComeBack() {
   const bool hadFocus =
       focusReturn_ || (watched_ && origin_ && app_ && origin_->processID == app_->processID);
   if (pending_ != Change::focus || !hadFocus || focusedElement()) return false;
-  if (!focusReturn_) focusReturn_ = desktop_.loop.after(focusReturn, [this] { tell(); });
+  if (!focusReturn_) focusReturn_ = s_.loop.after(focusReturn, [this] { tell(); });
   return true;
 }
 
@@ -183,7 +183,7 @@ void AXFieldSource::lookForAFieldAgain() {
   const bool hadField = origin_ && app_ && origin_->processID == app_->processID;
   if (!hadField || vainLooks_ >= mostLooksForAField) return;
   ++vainLooks_;
-  nextLook_ = desktop_.loop.after(busyTime, [this] { emitSoon(Change::value); });
+  nextLook_ = s_.loop.after(busyTime, [this] { emitSoon(Change::value); });
 }
 
 void AXFieldSource::followScrolling(const FieldSnapshot& snapshot) {
@@ -193,19 +193,19 @@ void AXFieldSource::followScrolling(const FieldSnapshot& snapshot) {
       snapshot.caretRect && snapshot.fieldFrame && isOutOfSight(*snapshot.caretRect, *snapshot.fieldFrame);
   if (!isHidden || looks_ >= mostLooks) return;
   ++looks_;
-  nextLook_ = desktop_.loop.after(scrollingTime, [this] { emitSoon(Change::value); });
+  nextLook_ = s_.loop.after(scrollingTime, [this] { emitSoon(Change::value); });
 }
 
 // Without an element to compare with, as when the application does not answer, the frontmost application has
 // to do.
 std::optional<InsertionTarget> AXFieldSource::insertionTarget(const std::optional<Origin>& origin) {
   const AXElement element = focusedElement();
-  const auto frontmost = desktop_.workspace.frontmost();
+  const auto frontmost = s_.workspace.frontmost();
   const auto isSame = [&](const Origin& from) {
     return frontmost && frontmost->processID == from.processID && (!element || element == from.element);
   };
   if (origin && !isSame(*origin)) {
-    desktop_.log.log("input", "the focus has moved: nothing is inserted");
+    s_.log.log("input", "the focus has moved: nothing is inserted");
     return std::nullopt;
   }
   return InsertionTarget{element.ref(), app_ && app_->isTerminal,
@@ -216,7 +216,7 @@ std::optional<InsertionTarget> AXFieldSource::insertionTarget(const std::optiona
 void AXFieldSource::soon(std::function<void()> change) {
   changes_.push_back(std::move(change));
   if (changes_.size() > 1) return;
-  changing_ = desktop_.loop.after(Milliseconds(0), [this] {
+  changing_ = s_.loop.after(Milliseconds(0), [this] {
     for (auto& each : std::exchange(changes_, {})) each();
   });
 }

@@ -26,7 +26,7 @@ class TextInjector;
 // focused element, that element's text or selection change, and reads the focused field on request.
 class AXFieldSource final : public FieldSource {
  public:
-  struct Desktop {
+  struct Services {
     Accessibility& accessibility;
     Workspace& workspace;
     const SecureInput& secureInput;
@@ -34,7 +34,7 @@ class AXFieldSource final : public FieldSource {
     SystemLog& log;
     const FontMetrics& fonts;
   };
-  AXFieldSource(Desktop desktop, TextInjector& injector);
+  AXFieldSource(const Services& services, TextInjector& injector);
   ~AXFieldSource() override;
   AXFieldSource(const AXFieldSource&) = delete;
   AXFieldSource& operator=(const AXFieldSource&) = delete;
@@ -82,7 +82,7 @@ class AXFieldSource final : public FieldSource {
   void followScrolling(const FieldSnapshot& snapshot);
   bool mayComeBack();
 
-  Desktop desktop_;
+  Services s_;
   TextInjector& injector_;
   std::function<void(Change)> onChange_;
 

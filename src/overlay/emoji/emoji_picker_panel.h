@@ -23,7 +23,8 @@ std::string noEmojiText(std::string_view query);
 // The list of emoji under the caret. It never has the focus; keys reach it through the engine.
 class EmojiPickerPanel {
  public:
-  explicit EmojiPickerPanel(CaretList::Ports ports) : list_(ports, {.width = 320, .rowHeight = 28}) {}
+  explicit EmojiPickerPanel(const CaretList::Services& services)
+      : list_(services, {.width = 320, .rowHeight = 28}) {}
 
   // `caret` in screen points, origin at the bottom left. A list other than the one shown starts at its first
   // row; without items it says that nothing matches. The panel stays where it opened while the caret moves on

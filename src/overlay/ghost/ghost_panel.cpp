@@ -27,30 +27,30 @@ void GhostPanel::present(const GhostContent& content) {
   if (content_ == content) return;
   // A caret without a height is an application's way of not knowing where it is.
   if (content.text.empty() || content.caretRect.height <= 0) return hide();
-  const GhostArea area = ghostArea(content, ports_.screens.all());
-  layout_ = layoutGhost(content, fittedFont(content), area, content.hintLabel, ports_.metrics);
+  const GhostArea area = ghostArea(content, s_.screens.all());
+  layout_ = layoutGhost(content, fittedFont(content), area, content.hintLabel, s_.metrics);
   content_ = content;
-  if (layout_->container) ports_.log.log("overlay", boxLine(content, *layout_, area));
-  const GhostColors colors = ghostColors(content.tinted, ports_.screens.isDarkAt(startOfText(*layout_)));
-  ports_.surface.show(drawGhost(*layout_, colors, content.hintLabel, ports_.metrics));
+  if (layout_->container) s_.log.log("overlay", boxLine(content, *layout_, area));
+  const GhostColors colors = ghostColors(content.tinted, s_.screens.isDarkAt(startOfText(*layout_)));
+  s_.surface.show(drawGhost(*layout_, colors, content.hintLabel, s_.metrics));
 }
 
 void GhostPanel::hide() {
   if (!content_) return;
   content_.reset();
   layout_.reset();
-  ports_.surface.hide();
+  s_.surface.hide();
 }
 
 // A line too short to tell is set as the same font was before, and in whole advances where nothing is known.
 FontSpec GhostPanel::fittedFont(const GhostContent& content) {
-  FontSpec font = fieldFont(content, ports_.metrics);
-  const auto direction = lineDirection(content, font, ports_.metrics);
-  const GhostContent inOrder = inReadingOrder(content, direction, font, ports_.metrics);
+  FontSpec font = fieldFont(content, s_.metrics);
+  const auto direction = lineDirection(content, font, s_.metrics);
+  const GhostContent inOrder = inReadingOrder(content, direction, font, s_.metrics);
   if (!lastFit_ || lastFit_->font != font) lastFit_ = KnownFit{.font = font};
-  if (const auto zoom = zoomOf(inOrder, font, ports_.metrics)) lastFit_->zoom = *zoom;
+  if (const auto zoom = zoomOf(inOrder, font, s_.metrics)) lastFit_->zoom = *zoom;
   font.size *= lastFit_->zoom;
-  if (const auto fit = usesWholeAdvances(inOrder, font, ports_.metrics)) lastFit_->wholeAdvances = *fit;
+  if (const auto fit = usesWholeAdvances(inOrder, font, s_.metrics)) lastFit_->wholeAdvances = *fit;
   font.wholeAdvances = lastFit_->wholeAdvances;
   return font;
 }

@@ -11,14 +11,14 @@ namespace nimbletype {
 // The window that shows a suggestion after the caret. Made once, hidden while there is nothing to suggest.
 class GhostPanel final : public GhostPresenter {
  public:
-  struct Ports {
+  struct Services {
     OverlaySurface& surface;
     const Screens& screens;
     const FontMetrics& metrics;
     SystemLog& log;
   };
 
-  explicit GhostPanel(Ports ports) : ports_(ports) {}
+  explicit GhostPanel(const Services& services) : s_(services) {}
 
   void present(const GhostContent& content) override;
   void hide() override;
@@ -37,7 +37,7 @@ class GhostPanel final : public GhostPresenter {
 
   FontSpec fittedFont(const GhostContent& content);
 
-  Ports ports_;
+  Services s_;
   std::optional<GhostContent> content_;
   std::optional<GhostLayout> layout_;
   std::optional<KnownFit> lastFit_;

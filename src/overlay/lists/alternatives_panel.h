@@ -10,7 +10,7 @@ namespace nimbletype {
 // The list of other suggestions under the caret. It never has the focus; keys reach it through the engine.
 class AlternativesPanel {
  public:
-  AlternativesPanel(CaretList::Ports ports, MainLoop& loop) : list_(ports, {}), loop_(loop) {}
+  AlternativesPanel(const CaretList::Services& services, MainLoop& loop) : list_(services, {}), loop_(loop) {}
 
   // `caretRect` in screen points, origin at the bottom left. Row 0 is highlighted.
   void show(std::vector<std::string> items, std::string anchorBefore, std::string wordPrefix,

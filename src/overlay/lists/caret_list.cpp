@@ -4,13 +4,13 @@ namespace nimbletype {
 
 void CaretList::anchor(const BottomLeftRect& caret) {
   caret_ = caret;
-  dark_ = ports_.screens.isDarkAt(caret);
+  dark_ = s_.screens.isDarkAt(caret);
 }
 
 void CaretList::draw(const ListContent& content) {
   const std::size_t rows = content.rows.size() + (content.note ? 1 : 0);
-  const BottomLeftRect frame = listFrame(caret_, rows, shape_, ports_.screens.all());
-  ports_.surface.show(drawList(frame, shape_, content, listColors(dark_), ports_.metrics));
+  const BottomLeftRect frame = listFrame(caret_, rows, shape_, s_.screens.all());
+  s_.surface.show(drawList(frame, shape_, content, listColors(dark_), s_.metrics));
 }
 
 std::size_t movedRow(std::size_t row, int by, std::size_t count) {

@@ -6,23 +6,23 @@ namespace nimbletype {
 // A list on its surface beside the caret, in the look that suits what is drawn there.
 class CaretList {
  public:
-  struct Ports {
+  struct Services {
     OverlaySurface& surface;
     const Screens& screens;
     const FontMetrics& metrics;
   };
 
-  CaretList(Ports ports, const ListShape& shape) : ports_(ports), shape_(shape) {}
+  CaretList(const Services& services, const ListShape& shape) : s_(services), shape_(shape) {}
 
   // Where it opens next, in screen points with the origin at the bottom left. Looks at the background, so it
   // comes before the list covers that.
   void anchor(const BottomLeftRect& caret);
   const BottomLeftRect& caret() const { return caret_; }
   void draw(const ListContent& content);
-  void hide() { ports_.surface.hide(); }
+  void hide() { s_.surface.hide(); }
 
  private:
-  Ports ports_;
+  Services s_;
   ListShape shape_;
   BottomLeftRect caret_;
   bool dark_ = false;

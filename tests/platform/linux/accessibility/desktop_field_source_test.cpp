@@ -28,7 +28,7 @@ class DesktopFieldSource : public testing::TestWithParam<std::string> {
     injector_ =
         std::make_unique<TextInjector>(TextInjector::Services{poster_, *ax_, pasteboard_, loop_, log_});
     source_ = std::make_unique<AXFieldSource>(
-        AXFieldSource::Desktop{*ax_, *workspace_, secureInput_, loop_, log_, fonts_}, *injector_);
+        AXFieldSource::Services{*ax_, *workspace_, secureInput_, loop_, log_, fonts_}, *injector_);
     source_->onChange([this](Change change) { ++changes_[change]; });
     source_->start();
     waitUntil("a snapshot of " + GetParam(), [&] { return read().has_value(); });
