@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 
 namespace nimbletype {
 namespace {

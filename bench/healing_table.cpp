@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 #include "tests/engines/writing/half_typed_words.h"
 
 namespace nimbletype {

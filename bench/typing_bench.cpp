@@ -7,7 +7,7 @@
 #include <iostream>
 #include <string>
 
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 
 int main(int argc, char** argv) {
   using namespace nimbletype;

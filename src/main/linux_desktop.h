@@ -1,5 +1,6 @@
 #pragma once
 #include "core/app/app_model.h"
+#include "main/data_files.h"
 #include "platform/linux/accessibility/atspi_accessibility.h"
 #include "platform/linux/desktop/tesseract_screen_reader.h"
 #include "platform/linux/desktop/x11_workspace.h"
@@ -24,7 +25,6 @@
 #include "platform/qt/network/qt_http_client.h"
 #include "platform/qt/network/qt_http_downloads.h"
 #include "platform/qt/system/qt_main_loop.h"
-#include "platform/storage/atomic_file.h"
 
 namespace nimbletype {
 
@@ -50,7 +50,8 @@ class LinuxDesktop {
   UPowerPowerSource power_;
   HunspellSpellChecker spellChecker_;
   LinuxPermissionSource permissions_;
-  AtomicFile defaultsFile_, rulesFile_, statisticsFile_, memoryFile_;
+  AtomicFile defaultsFile_;
+  DataFiles files_;
   JsonDefaultsStore defaults_;
   QtHttpClient http_;
   QtHttpDownloads downloads_;

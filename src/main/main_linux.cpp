@@ -1,16 +1,15 @@
 #include <QCommandLineParser>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLockFile>
 #include <QStandardPaths>
 #include <QSurfaceFormat>
 #include <QTimer>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 
+#include "main/environment.h"
 #include "main/linux_desktop.h"
 #include "main/quit_signals.h"
+#include "main/quitting.h"
 #include "main/stage_trace.h"
 #include "platform/linux/x11/x11_display.h"
 
@@ -20,11 +19,6 @@ struct Options {
   std::optional<std::string> model;
   bool verbose = false;
 };
-
-std::optional<std::string> environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value && *value ? std::optional<std::string>(value) : std::nullopt;
-}
 
 Options readOptions(const QCoreApplication& app) {
   QCommandLineParser parser;
@@ -38,7 +32,7 @@ Options readOptions(const QCoreApplication& app) {
   parser.process(app);
   Options options;
   options.model = parser.isSet(model) ? std::optional(parser.value(model).toStdString())
-                                      : environment("NIMBLETYPE_MODEL");
+                                      : nimbletype::modelInEnvironment();
   options.verbose = parser.isSet(verbose);
   return options;
 }
@@ -51,14 +45,10 @@ QString lockPath() {
          ".lock";
 }
 
-// What was written last may still wait for the key that seals it; a session that ends does not wait long.
-void letMemoryFinish(const nimbletype::WritingMemory& memory) {
-  QElapsedTimer since;
-  since.start();
-  QTimer wake;
-  wake.start(20);
-  while (memory.isBusy() && since.elapsed() < 2000)
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+// A turn of the loop that ends though nothing happens.
+void serveLoop() {
+  QTimer::singleShot(20, [] {});
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 }  // namespace
@@ -95,7 +85,7 @@ int main(int argc, char** argv) {
   nimbletype::LinuxDesktop desktop(options.model, options.verbose);
   nimbletype::AppModel model(desktop.ports());
   std::optional<nimbletype::StageTrace> trace;
-  if (const auto path = environment("NIMBLETYPE_TRACE"))
+  if (const auto path = nimbletype::environment("NIMBLETYPE_TRACE"))
     trace.emplace(path->c_str(), model.engine(), desktop.loop());
   const bool tapRunning = model.start();
   std::printf("Nimbletype is ready%s.\n",
@@ -105,7 +95,6 @@ int main(int argc, char** argv) {
   std::fflush(stdout);
   nimbletype::quitOnSignals();
   const int status = QGuiApplication::exec();
-  model.stop();
-  letMemoryFinish(model.memory());
+  nimbletype::quit(model, serveLoop);
   return status;
 }

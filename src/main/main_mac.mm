@@ -3,6 +3,9 @@
 #include <memory>
 
 #include "core/app/app_model.h"
+#include "main/data_files.h"
+#include "main/environment.h"
+#include "main/quitting.h"
 #include "platform/mac/accessibility/mac_accessibility.h"
 #include "platform/mac/bridge/mac_text.h"
 #include "platform/mac/desktop/mac_screen_reader.h"
@@ -29,7 +32,6 @@
 #include "platform/mac/system/mac_permission_source.h"
 #include "platform/mac/system/mac_power_source.h"
 #include "platform/mac/system/mac_system_log.h"
-#include "platform/storage/atomic_file.h"
 
 namespace {
 
@@ -38,13 +40,6 @@ using namespace nimbletype;
 NSString* defaultsDomain() {
   NSString* bundle = NSBundle.mainBundle.bundleIdentifier;
   return bundle ? bundle : @"com.moravelle.nimbletype";
-}
-
-// The file that the environment names.
-std::optional<std::string> modelPath() {
-  NSString* named = NSProcessInfo.processInfo.environment[@"NIMBLETYPE_MODEL"];
-  if (named.length == 0) return std::nullopt;
-  return utf8String(named);
 }
 
 UserIdentity currentUser() {
@@ -60,13 +55,11 @@ class Application {
     model_.start();
     if (!model_.permissions().accessibility()) model_.permissions().askForAccessibility();
   }
-  // What was written last may still wait for the key that seals it; the user does not wait long.
   void stop() {
-    model_.stop();
-    NSDate* end = [NSDate dateWithTimeIntervalSinceNow:2];
-    while (model_.memory().isBusy() && end.timeIntervalSinceNow > 0)
+    quit(model_, [] {
       [NSRunLoop.currentRunLoop runMode:NSDefaultRunLoopMode
                              beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.02]];
+    });
   }
 
  private:
@@ -85,9 +78,7 @@ class Application {
   MacSpellChecker spellChecker_;
   MacPermissionSource permissions_;
   MacDefaultsStore defaults_{defaultsDomain()};
-  AtomicFile rulesFile_{dataFolder() / "rules.json"};
-  AtomicFile statisticsFile_{dataFolder() / "stats.json"};
-  AtomicFile memoryFile_{dataFolder() / "memory.sealed"};
+  DataFiles files_{dataFolder()};
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
   MacSecretStore secrets_;
@@ -114,9 +105,9 @@ class Application {
                    .spellChecker = spellChecker_,
                    .permissions = permissions_,
                    .defaults = defaults_,
-                   .rulesFile = rulesFile_,
-                   .statisticsFile = statisticsFile_,
-                   .memoryFile = memoryFile_,
+                   .rulesFile = files_.rules,
+                   .statisticsFile = files_.statistics,
+                   .memoryFile = files_.memory,
                    .http = http_,
                    .downloads = downloads_,
                    .secrets = secrets_,
@@ -127,7 +118,7 @@ class Application {
                    .screenReader = screenReader_,
                    .clipboardText = &clipboardText_,
                    .dataFolder = dataFolder(),
-                   .modelFile = modelPath(),
+                   .modelFile = modelInEnvironment(),
                    .user = currentUser()}};
 };
 

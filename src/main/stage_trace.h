@@ -7,10 +7,9 @@
 namespace nimbletype {
 
 // Writes when the engine reached which step to a file, one line each: microseconds of the monotonic clock, a
-// blank, the step. A new suggestion is written too, as "suggestion {"before": ..., "text": ...}".
-// Every new status is written as "status" and its sentence. For
-// measuring and demonstrating the road from key press to ghost from outside; the file holds what the user
-// types.
+// blank, the step. A new suggestion is written as "suggestion {"before": ..., "text": ...}", a new status as
+// "status" and its sentence. For measuring and demonstrating the road from key press to ghost from outside;
+// the file holds what the user types.
 class StageTrace {
  public:
   StageTrace(const char* path, CompletionEngine& engine, MainLoop& loop);

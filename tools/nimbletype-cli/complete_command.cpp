@@ -7,6 +7,7 @@
 #include "core/completion/offers/alternatives_session.h"
 #include "core/prompt/reply_cleaning.h"
 #include "engine_choice.h"
+#include "options.h"
 #include "text/text.h"
 
 namespace nimbletype::cli {
@@ -27,54 +28,22 @@ Writes one suggestion for a caret at the end of TEXT, cleaned as the application
 Exit status: 0, also when there is nothing to suggest; 1 when the engine failed; 2 for wrong arguments.
 )";
 
-struct Options {
+struct Order {
   EngineOptions engine;
   std::optional<std::string> text;
   CompletionLength length = CompletionLength::medium;
-  bool json = false, help = false, others = false;
+  bool json = false, others = false;
 };
 
-int complain(const std::string& sentence) {
-  std::fprintf(stderr, "nimbletype-cli complete: %s\n", sentence.c_str());
-  return 2;
+std::string takeLength(CompletionLength& length, const std::string& value) {
+  const auto given = fromRawValue<CompletionLength>(value);
+  if (!given) return "\"" + value + "\" is no length; there are short, medium and long";
+  length = *given;
+  return {};
 }
 
-// None, with the sentence already written, when the arguments make no sense.
-std::optional<Options> parse(Arguments arguments) {
-  Options options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    if (const auto taken = options.engine.take(arguments, i); taken.taken) {
-      if (!taken.complaint.empty()) return complain(taken.complaint), std::nullopt;
-      continue;
-    }
-    if (argument == "--length" && i + 1 == arguments.size())
-      return complain(argument + " needs a value"), std::nullopt;
-    if (argument == "--json")
-      options.json = true;
-    else if (argument == "--help")
-      options.help = true;
-    else if (argument == "--others")
-      options.others = true;
-    else if (argument == "--length") {
-      const auto length = fromRawValue<CompletionLength>(arguments[++i]);
-      if (!length)
-        return complain("\"" + arguments[i] + "\" is no length; there are short, medium and long"),
-               std::nullopt;
-      options.length = *length;
-    } else if (argument.starts_with("--") && argument.size() > 2) {
-      return complain("there is no option " + argument), std::nullopt;
-    } else if (argument != "--" && options.text) {
-      return complain("put the text in quotes: only one is taken"), std::nullopt;
-    } else if (argument != "--") {
-      options.text = argument;
-    }
-  }
-  return options;
-}
-
-CompletionRequest requestFor(const Options& options, const Engines& engines, int words) {
-  const std::string before = text::repaired(*options.text);
+CompletionRequest requestFor(const Order& order, const Engines& engines, int words) {
+  const std::string before = text::repaired(*order.text);
   return makeRequest({{},
                       before,
                       before,
@@ -98,11 +67,11 @@ void printJson(const Completion& completion, const CompletionRequest& request,
   std::printf("%s\n", report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
 }
 
-int printOthers(const Options& options, const Engines& engines, CompletionProvider& provider) {
-  const int words = wordBudget(options.length);
-  const std::string before = text::repaired(*options.text);
+int printOthers(const Order& order, const Engines& engines, CompletionProvider& provider) {
+  const int words = wordBudget(order.length);
+  const std::string before = text::repaired(*order.text);
   auto replies =
-      engines.alternatives(provider, requestFor(options, engines, words), AlternativesSession::asked);
+      engines.alternatives(provider, requestFor(order, engines, words), AlternativesSession::asked);
   if (!replies) return std::fprintf(stderr, "%s\n", replies.error().message.c_str()), 1;
   for (std::string& reply : *replies) reply = cleanReply(reply, {before, words, provider.promptStyle(), {}});
   for (const std::string& each : differentOnes(*replies))
@@ -113,21 +82,26 @@ int printOthers(const Options& options, const Engines& engines, CompletionProvid
 }  // namespace
 
 int complete(Arguments arguments) {
-  const auto options = parse(arguments);
-  if (!options) return 2;
-  if (options->help) return std::fputs(help, stdout), 0;
-  if (!options->text) return complain("no text was given (see --help)");
-  const int words = wordBudget(options->length);
+  Order order;
+  Options options("complete", help);
+  order.engine.addTo(options);
+  options.value("--length", [&](const std::string& value) { return takeLength(order.length, value); });
+  options.flag("--others", order.others);
+  options.flag("--json", order.json);
+  options.text(order.text, "put the text in quotes: only one is taken");
+  if (const auto status = options.read(arguments)) return *status;
+  if (!order.text) return options.complain("no text was given (see --help)");
+  const int words = wordBudget(order.length);
   const auto desktop = makeDesktop();
-  const Engines engines(*desktop, options->engine);
+  const Engines engines(*desktop, order.engine);
   CompletionProvider& provider = *engines.hub().writer(engines.chosen());
-  if (options->others) return printOthers(*options, engines, provider);
-  const CompletionRequest request = requestFor(*options, engines, words);
+  if (order.others) return printOthers(order, engines, provider);
+  const CompletionRequest request = requestFor(order, engines, words);
   const CompletionResult result = engines.complete(provider, request);
   if (!result) return std::fprintf(stderr, "%s\n", result.error().message.c_str()), 1;
   const std::string suggestion =
-      cleanReply(result->text, {text::repaired(*options->text), words, provider.promptStyle(), {}});
-  if (options->json)
+      cleanReply(result->text, {text::repaired(*order.text), words, provider.promptStyle(), {}});
+  if (order.json)
     printJson(*result, request, suggestion);
   else
     std::printf("%s\n", suggestion.c_str());

@@ -7,6 +7,7 @@
 #include "engine_choice.h"
 #include "engines/address/server_address.h"
 #include "health.h"
+#include "options.h"
 
 namespace nimbletype::cli {
 namespace {
@@ -92,15 +93,11 @@ int exitStatus(const std::vector<Finding>& findings) {
 }
 
 int doctor(Arguments arguments) {
-  if (arguments.size() == 1 && arguments[0] == "--help") return std::fputs(help, stdout), 0;
-  EngineOptions options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const auto taken = options.take(arguments, i);
-    if (!taken.taken) return std::fputs(help, stderr), 2;
-    if (!taken.complaint.empty())
-      return std::fprintf(stderr, "nimbletype-cli doctor: %s\n", taken.complaint.c_str()), 2;
-  }
-  std::vector<Finding> findings = engineFindings(options);
+  EngineOptions engine;
+  Options options("doctor", help);
+  engine.addTo(options);
+  if (const auto status = options.read(arguments)) return *status;
+  std::vector<Finding> findings = engineFindings(engine);
   for (Finding& finding : desktopFindings()) findings.push_back(std::move(finding));
   std::fputs(report(findings).c_str(), stdout);
   const int status = exitStatus(findings);

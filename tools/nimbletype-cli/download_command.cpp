@@ -2,12 +2,14 @@
 
 #include <charconv>
 #include <csignal>
+#include <expected>
 #include <optional>
 
 #include "cli.h"
 #include "desktop.h"
 #include "download_progress.h"
 #include "engines/store/model_store.h"
+#include "options.h"
 #include "text/format/byte_count.h"
 
 namespace nimbletype::cli {
@@ -30,40 +32,9 @@ Another file than the application's model takes all four of these:
 Exit status: 0 when the model is there and checked; 1 when it is not; 2 for wrong arguments.
 )";
 
-struct Options {
+struct Order {
   std::optional<std::string> folder, from, digest, size, name;
-  bool help = false;
 };
-
-int complain(const std::string& sentence) {
-  std::fprintf(stderr, "nimbletype-cli download: %s\n", sentence.c_str());
-  return 2;
-}
-
-std::optional<std::string>* valueOf(Options& options, const std::string& argument) {
-  if (argument == "--folder") return &options.folder;
-  if (argument == "--from") return &options.from;
-  if (argument == "--sha256") return &options.digest;
-  if (argument == "--size") return &options.size;
-  if (argument == "--name") return &options.name;
-  return nullptr;
-}
-
-// None, with the sentence already written, when the arguments make no sense.
-std::optional<Options> parse(Arguments arguments) {
-  Options options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    if (arguments[i] == "--help") {
-      options.help = true;
-    } else if (auto* value = valueOf(options, arguments[i])) {
-      if (++i == arguments.size()) return complain(arguments[i - 1] + " needs a value"), std::nullopt;
-      *value = arguments[i];
-    } else {
-      return complain("there is no option " + arguments[i]), std::nullopt;
-    }
-  }
-  return options;
-}
 
 bool isDigest(const std::string& text) {
   return text.size() == 64 && text.find_first_not_of("0123456789abcdef") == std::string::npos;
@@ -80,28 +51,27 @@ bool isPlainName(const std::string& name) {
   return !name.empty() && !name.starts_with('.') && name.find('/') == std::string::npos;
 }
 
-// The file the options describe; none, with the sentence already written, when they make no sense.
-std::optional<ModelSpec> namedModel(const Options& options) {
-  if (!options.from || !options.digest || !options.size || !options.name)
-    return complain("--from, --sha256, --size and --name go together"), std::nullopt;
-  const auto size = parseSize(*options.size);
-  if (!isDownloadAddress(*options.from))
-    return complain("\"" + *options.from + "\" is neither an https address nor one on this machine"),
-           std::nullopt;
-  if (!isDigest(*options.digest)) return complain("--sha256 takes 64 digits 0-9a-f"), std::nullopt;
-  if (!size) return complain("--size takes a number of bytes"), std::nullopt;
-  if (!isPlainName(*options.name))
-    return complain("--name takes a name without a folder or a dot in front"), std::nullopt;
-  ModelSpec spec;
-  spec.displayName = spec.fileName = *options.name;
-  spec.address = *options.from;
-  spec.digest = *options.digest;
-  spec.size = *size;
-  return spec;
+bool namesModel(const Order& order) {
+  return order.from || order.digest || order.size || order.name;
 }
 
-bool namesModel(const Options& options) {
-  return options.from || options.digest || options.size || options.name;
+// The file that the order describes, or what is wrong with it.
+std::expected<ModelSpec, std::string> namedModel(const Order& order) {
+  using Wrong = std::unexpected<std::string>;
+  if (!order.from || !order.digest || !order.size || !order.name)
+    return Wrong("--from, --sha256, --size and --name go together");
+  const auto size = parseSize(*order.size);
+  if (!isDownloadAddress(*order.from))
+    return Wrong("\"" + *order.from + "\" is neither an https address nor one on this machine");
+  if (!isDigest(*order.digest)) return Wrong("--sha256 takes 64 digits 0-9a-f");
+  if (!size) return Wrong("--size takes a number of bytes");
+  if (!isPlainName(*order.name)) return Wrong("--name takes a name without a folder or a dot in front");
+  ModelSpec spec;
+  spec.displayName = spec.fileName = *order.name;
+  spec.address = *order.from;
+  spec.digest = *order.digest;
+  spec.size = *size;
+  return spec;
 }
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -160,16 +130,24 @@ int report(ModelStore& store) {
 }  // namespace
 
 int download(Arguments arguments) {
-  const auto options = parse(arguments);
-  if (!options) return 2;
-  if (options->help) return std::fputs(help, stdout), 0;
-  const auto named = namesModel(*options) ? namedModel(*options) : std::nullopt;
-  if (namesModel(*options) && !named) return 2;
+  Order order;
+  Options options("download", help);
+  options.value("--folder", order.folder);
+  options.value("--from", order.from);
+  options.value("--sha256", order.digest);
+  options.value("--size", order.size);
+  options.value("--name", order.name);
+  if (const auto status = options.read(arguments)) return *status;
+  std::optional<ModelSpec> named;
+  if (namesModel(order)) {
+    auto model = namedModel(order);
+    if (!model) return options.complain(model.error());
+    named = std::move(*model);
+  }
 
   const auto desktop = makeDesktop();
   const auto spec = named ? *named : builtInModel(modelHub(desktop->defaults(), desktop->log()));
-  const auto folder =
-      options->folder ? std::filesystem::path(*options->folder) : desktop->dataFolder() / "Models";
+  const auto folder = order.folder ? std::filesystem::path(*order.folder) : desktop->dataFolder() / "Models";
   ModelStore store(
       {desktop->loop(), desktop->downloads(), desktop->background(), desktop->disk(), desktop->log()}, spec,
       folder);

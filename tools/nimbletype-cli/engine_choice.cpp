@@ -33,17 +33,14 @@ Answer awaited(Desktop& desktop, Start start) {
 
 }  // namespace
 
-EngineOptions::Taken EngineOptions::take(Arguments arguments, std::size_t& at) {
-  const std::string& name = arguments[at];
-  if (name != "--engine" && name != "--model" && name != "--url") return {};
-  if (at + 1 == arguments.size()) return {true, name + " needs a value"};
-  const std::string& value = arguments[++at];
-  if (name == "--model") model = value;
-  if (name == "--url") url = value;
-  if (name != "--engine") return {true, {}};
-  engine = fromRawValue<EngineKind>(value);
-  if (engine) return {true, {}};
-  return {true, "\"" + value + "\" is no engine; there are builtIn, apple, ollama and openAI"};
+void EngineOptions::addTo(Options& options) {
+  options.value("--engine", [this](const std::string& value) -> std::string {
+    engine = fromRawValue<EngineKind>(value);
+    if (engine) return {};
+    return "\"" + value + "\" is no engine; there are builtIn, apple, ollama and openAI";
+  });
+  options.value("--model", model);
+  options.value("--url", url);
 }
 
 Engines::Engines(Desktop& desktop, const EngineOptions& options) : desktop_(desktop) {

@@ -9,6 +9,7 @@
 #include "desktop.h"
 #include "engines/provider/provider_hub.h"
 #include "engines/store/model_locator.h"
+#include "options.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 
 namespace nimbletype::cli {
@@ -19,13 +20,7 @@ struct EngineOptions {
   std::optional<std::string> model;  // a GGUF file, or the name of a server's model
   std::optional<std::string> url;    // of the server
 
-  // Takes an option of engines with its value and moves on to the value. False when it is none of them; the
-  // sentence tells what is wrong with one that is.
-  struct Taken {
-    bool taken = false;
-    std::string complaint;
-  };
-  Taken take(Arguments arguments, std::size_t& at);
+  void addTo(Options& options);
 };
 
 // All engines of the application, over a copy of the user's settings that is never written back.

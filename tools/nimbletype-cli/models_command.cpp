@@ -5,6 +5,7 @@
 #include "cli.h"
 #include "engine_choice.h"
 #include "engines/address/server_address.h"
+#include "options.h"
 
 namespace nimbletype::cli {
 namespace {
@@ -20,11 +21,6 @@ Shows every engine, the state it is in and the models it offers. A star marks wh
 Exit status: 0; 1 when the engine in use has a problem; 2 for wrong arguments.
 )";
 
-struct Options {
-  EngineOptions engine;
-  bool json = false, help = false;
-};
-
 struct Row {
   EngineKind kind;
   bool isChosen;
@@ -33,27 +29,6 @@ struct Row {
   std::vector<std::string> models;
   std::string model;  // the one in use, of these
 };
-
-int complain(const std::string& sentence) {
-  std::fprintf(stderr, "nimbletype-cli models: %s\n", sentence.c_str());
-  return 2;
-}
-
-std::optional<Options> parse(Arguments arguments) {
-  Options options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    if (argument == "--json")
-      options.json = true;
-    else if (argument == "--help")
-      options.help = true;
-    else if (const auto taken = options.engine.take(arguments, i); !taken.taken)
-      return complain("there is no option " + argument), std::nullopt;
-    else if (!taken.complaint.empty())
-      return complain(taken.complaint), std::nullopt;
-  }
-  return options;
-}
 
 Row look(const Engines& engines, CompletionProvider& provider) {
   Row row{provider.kind(), provider.kind() == engines.chosen(), engines.status(provider), {}, {}, {}, {}};
@@ -88,24 +63,26 @@ nlohmann::ordered_json asJson(const Row& row) {
 }  // namespace
 
 int models(Arguments arguments) {
-  const auto options = parse(arguments);
-  if (!options) return 2;
-  if (options->help) return std::fputs(help, stdout), 0;
+  EngineOptions engine;
+  bool json = false;
+  Options options("models", help);
+  engine.addTo(options);
+  options.flag("--json", json);
+  if (const auto status = options.read(arguments)) return *status;
   const auto desktop = makeDesktop();
-  const Engines engines(*desktop, options->engine);
+  const Engines engines(*desktop, engine);
   auto list = nlohmann::ordered_json::array();
   bool hasProblem = false;
   for (EngineKind kind : {EngineKind::builtIn, EngineKind::apple, EngineKind::ollama, EngineKind::openAI}) {
-    if (options->engine.engine && kind != *options->engine.engine) continue;
+    if (engine.engine && kind != *engine.engine) continue;
     const Row row = look(engines, *engines.hub().provider(kind));
     hasProblem |= row.isChosen && row.status.isProblem();
-    if (options->json)
+    if (json)
       list.push_back(asJson(row));
     else
       print(row);
   }
-  if (options->json)
-    std::printf("%s\n", list.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+  if (json) std::printf("%s\n", list.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
   return hasProblem ? 1 : 0;
 }
 

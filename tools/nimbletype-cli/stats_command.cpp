@@ -10,6 +10,7 @@
 
 #include "cli.h"
 #include "desktop.h"
+#include "options.h"
 #include "personal/stats/stats_store.h"
 #include "personal/stats/stats_text.h"
 #include "platform/storage/file_store.h"
@@ -33,11 +34,6 @@ Exit status: 0, also when nothing was counted yet; 1 when the file cannot be rea
 constexpr int daysShown = 30;
 constexpr std::size_t appsShown = 3;
 
-struct Options {
-  std::optional<std::string> file;
-  bool json = false, help = false;
-};
-
 // A file's content that nobody writes.
 class ReadContent : public FileStore {
  public:
@@ -52,29 +48,6 @@ class ReadContent : public FileStore {
   std::optional<std::string> content_;
   bool makesSense_ = true;
 };
-
-int complain(const std::string& sentence, int status) {
-  std::fprintf(stderr, "nimbletype-cli stats: %s\n", sentence.c_str());
-  return status;
-}
-
-std::optional<Options> parse(Arguments arguments) {
-  Options options;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    if (argument == "--json")
-      options.json = true;
-    else if (argument == "--help")
-      options.help = true;
-    else if (argument == "--file" && i + 1 < arguments.size())
-      options.file = arguments[++i];
-    else if (argument == "--file")
-      return complain("--file needs a file", 2), std::nullopt;
-    else
-      return complain("there is no option " + argument, 2), std::nullopt;
-  }
-  return options;
-}
 
 // A folder opens, but cannot be read.
 std::optional<std::string> contentOf(const std::filesystem::path& path) {
@@ -184,20 +157,23 @@ bool wantsColour() {
 }  // namespace
 
 int stats(Arguments arguments) {
-  const auto options = parse(arguments);
-  if (!options) return 2;
-  if (options->help) return std::fputs(help, stdout), 0;
+  std::optional<std::string> named;
+  bool json = false;
+  Options options("stats", help);
+  options.value("--file", named, "a file");
+  options.flag("--json", json);
+  if (const auto status = options.read(arguments)) return *status;
   const auto desktop = makeDesktop();
-  const std::filesystem::path path = options->file.value_or((desktop->dataFolder() / "stats.json").string());
+  const std::filesystem::path path = named.value_or((desktop->dataFolder() / "stats.json").string());
   ReadContent file(contentOf(path));
   std::error_code error;
   // Without a file nothing was counted yet, unless somebody says there is one.
-  if (!file.read() && (options->file || std::filesystem::exists(path, error)))
-    return complain(path.string() + " cannot be read", 1);
+  if (!file.read() && (named || std::filesystem::exists(path, error)))
+    return options.complain(path.string() + " cannot be read", 1);
   const StatsStore store(file, desktop->loop(), desktop->log(), desktop->region());
-  if (!file.makesSense()) return complain(path.string() + " holds no statistics", 1);
+  if (!file.makesSense()) return options.complain(path.string() + " holds no statistics", 1);
   const Report report(store, desktop->region().region());
-  if (options->json)
+  if (json)
     std::printf("%s\n", report.json().dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
   else
     report.print(wantsColour());

@@ -3,9 +3,9 @@
 #include <span>
 #include <string>
 
-#include "engines/writing/generation.h"
 #include "engines/writing/healing.h"
 #include "engines/writing/sampler_chain.h"
+#include "engines/writing/text_generation.h"
 #include "engines/writing/utf8_accumulator.h"
 
 namespace nimbletype {

@@ -12,7 +12,7 @@
 #include "engines/llama/llama_log.h"
 #include "engines/llama/llama_model.h"
 #include "engines/llama/runtime_failure.h"
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 #include "platform/system/main_loop.h"
 #include "platform/system/system_log.h"
 #include "platform/system/task.h"

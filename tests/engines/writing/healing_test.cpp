@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 #include "tests/engines/writing/half_typed_words.h"
 
 namespace nimbletype {

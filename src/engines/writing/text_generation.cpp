@@ -1,4 +1,4 @@
-#include "engines/writing/generation.h"
+#include "engines/writing/text_generation.h"
 
 #include <algorithm>
 #include <chrono>
@@ -25,9 +25,9 @@ double milliseconds(Clock::time_point from, Clock::time_point to) {
   return std::chrono::duration<double, std::milli>(to - from).count();
 }
 
-class Generation {
+class TextGeneration {
  public:
-  Generation(LlamaModel& model, const GenerationOrder& order, const JobWatch& watch)
+  TextGeneration(LlamaModel& model, const GenerationOrder& order, const JobWatch& watch)
       : model_(model), order_(order), watch_(watch), healed_(healedPrompt(order.request)) {}
 
   std::expected<GenerationOutput, RuntimeFailure> run() {
@@ -133,7 +133,7 @@ class Generation {
 
 std::expected<GenerationOutput, RuntimeFailure> generate(LlamaModel& model, const GenerationOrder& order,
                                                          const JobWatch& watch) {
-  return Generation(model, order, watch).run();
+  return TextGeneration(model, order, watch).run();
 }
 
 }  // namespace nimbletype

@@ -1,0 +1,13 @@
+#pragma once
+#include <optional>
+#include <string>
+
+namespace nimbletype {
+
+// What the environment says under this name; an empty word says nothing.
+std::optional<std::string> environment(const char* name);
+
+// The GGUF file that the environment names.
+std::optional<std::string> modelInEnvironment();
+
+}  // namespace nimbletype
