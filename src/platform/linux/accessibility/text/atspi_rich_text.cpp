@@ -136,7 +136,7 @@ AtspiRichText::AtspiRichText(const RichTextNode& root) {
   Composer composer(
       *this, selects ? std::vector{selectionStartOf(root), selectionEndOf(root)} : std::vector{caret, caret});
   composer.compose(root);
-  const auto [from, to] = std::minmax(composer.found(0), composer.found(1));
+  const auto [from, to] = std::minmax({composer.found(0), composer.found(1)});
   selection_ = {from, to - from};
 }
 
