@@ -6,7 +6,8 @@
 
 namespace nimbletype {
 
-// Posts key events that this process's own tap lets through untouched. Main thread only.
+// Posts key events that this process's own tap lets through untouched. What is posted arrives in the order it
+// was posted, though part of it may still be on its way when `end` returns. Main thread only.
 class EventPoster {
  public:
   virtual ~EventPoster() = default;

@@ -1,3 +1,5 @@
+#include "platform/scripted/keys/recording_event_poster.h"
+#include "platform/scripted/language/scripted_spell_checker.h"
 #include "platform/scripted/pasteboard/scripted_pasteboard.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
 #include "platform/scripted/storage/memory_file_store.h"
@@ -6,6 +8,8 @@
 #include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/scripted_power_source.h"
 #include "platform/scripted/system/virtual_main_loop.h"
+#include "tests/platform/keys/event_poster_conformance.h"
+#include "tests/platform/language/spell_checker_conformance.h"
 #include "tests/platform/pasteboard/pasteboard_conformance.h"
 #include "tests/platform/storage/defaults_store_conformance.h"
 #include "tests/platform/storage/file_store_conformance.h"
@@ -78,6 +82,31 @@ struct ScriptedPasteboardHarness : VirtualLoopHarness {
   ScriptedPasteboard scripted{virtualLoop};
 };
 
+struct ScriptedSpellCheckerHarness {
+  SpellChecker& checker() { return scripted; }
+  void runUntil(const std::function<bool()>& done) { EXPECT_TRUE(done()); }
+  ScriptedSpellCheckerHarness() {
+    scripted.words = {{"recieve", "receive"}, {"doesnt", "doesn't"}, {"xqzvkjw", std::nullopt}};
+  }
+  ScriptedSpellChecker scripted;
+};
+
+struct RecordingPosterHarness {
+  EventPoster& poster() { return recording; }
+  EventPoster& sourceless() {
+    recording.hasSource = false;
+    return recording;
+  }
+  std::string text() { return recording.text(); }
+  std::vector<KeyCombo> keys() {
+    std::vector<KeyCombo> keys;
+    for (const auto& posted : std::exchange(recording.posted, {})) keys.push_back(std::get<KeyCombo>(posted));
+    return keys;
+  }
+  void hold(ModifierSet) {}
+  RecordingEventPoster recording;
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
@@ -86,6 +115,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarne
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerSourceHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionSourceHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, SpellCheckerConformance, ScriptedSpellCheckerHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Recording, EventPosterConformance, RecordingPosterHarness);
 
 }  // namespace
 }  // namespace nimbletype

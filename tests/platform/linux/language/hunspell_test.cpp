@@ -1,15 +1,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "platform/linux/language/hunspell_dictionary.h"
 #include "platform/linux/language/hunspell_spell_checker.h"
 #include "platform/linux/language/sure_correction.h"
-#include "platform/qt/system/qt_main_loop.h"
+#include "tests/platform/language/spell_checker_conformance.h"
+#include "tools/stage/waiting_main_loop.h"
 
 namespace nimbletype {
 namespace {
@@ -48,40 +49,31 @@ TEST(HunspellDictionary, ConvertsToTheDictionarysEncoding) {
   for (const char* ending : {".aff", ".dic"}) fs::remove(base.string() + ending);
 }
 
-struct HunspellSpellCheckerTest : testing::Test {
-  void waitFor(const char* what, const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!condition()) {
-      ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "waited 10 s for " << what;
-      const auto wake = loop.after(Milliseconds(2), [] {});
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-  }
-  int count = 1;
-  char name[5] = "test";
-  char* arguments[2] = {name, nullptr};
-  QCoreApplication application{count, arguments};
-  QtMainLoop loop;
+// It is loaded on a thread that tells nobody.
+void awaitDictionary(const HunspellSpellChecker& checker) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!checker.isReady() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+  ASSERT_TRUE(checker.isReady()) << "waited 10 s for the dictionary";
+}
+
+struct HunspellHarness {
+  HunspellHarness() { awaitDictionary(hunspell); }
+  SpellChecker& checker() { return hunspell; }
+  void runUntil(const std::function<bool()>& done) { loop.runUntil(done); }
+  WaitingMainLoop loop;
+  HunspellSpellChecker hunspell{loop, "en_US"};
 };
 
-TEST_F(HunspellSpellCheckerTest, ChecksInPlaceAndCorrectsLater) {
-  HunspellSpellChecker checker(loop, "en_US");
-  waitFor("the dictionary", [&] { return checker.isReady(); });
-  int found = 0;
-  checker.onFound([&] { ++found; });
-  const struct {
-    const char *word, *correction;
-  } misspelled[] = {{"recieve", "receive"}, {"'recieve", "'receive"}, {"doesnt", "doesn't"}};
-  for (const auto& c : misspelled) {
-    EXPECT_TRUE(checker.isMisspelled(c.word)) << c.word;
-    EXPECT_EQ(checker.correction(c.word), std::nullopt);
-    EXPECT_TRUE(checker.isLookingUp(c.word));
-    waitFor("a correction", [&] { return !checker.isLookingUp(c.word); });
-    EXPECT_EQ(checker.correction(c.word), c.correction);
-  }
-  EXPECT_EQ(found, 3);
+INSTANTIATE_TYPED_TEST_SUITE_P(Hunspell, SpellCheckerConformance, HunspellHarness);
+
+TEST(HunspellSpellChecker, KnowsApostrophesAndQuotes) {
+  HunspellHarness harness;
+  EXPECT_TRUE(harness.hunspell.isMisspelled("'recieve"));
+  harness.hunspell.correction("'recieve");
+  harness.runUntil([&] { return !harness.hunspell.isLookingUp("'recieve"); });
+  EXPECT_EQ(harness.hunspell.correction("'recieve"), "'receive");
   for (const char* word : {"receive", "doesn't", "doesn’t", "'quoted'"})
-    EXPECT_FALSE(checker.isMisspelled(word)) << word;
+    EXPECT_FALSE(harness.hunspell.isMisspelled(word)) << word;
 }
 
 // A word is checked while it is being typed: what may go on is not to be corrected.
@@ -99,12 +91,14 @@ TEST(SureCorrection, OnlySlipsOfTheHand) {
   for (const auto& c : cases) EXPECT_EQ(isSureCorrection(c.word, c.suggestion), c.sure) << c.word;
 }
 
-TEST_F(HunspellSpellCheckerTest, MayGoWhileItLooksSomethingUp) {
-  auto checker = std::make_unique<HunspellSpellChecker>(loop, "en_US");
-  waitFor("the dictionary", [&] { return checker->isReady(); });
-  checker->correction("recieve");
-  checker.reset();
-  QCoreApplication::processEvents();
+TEST(HunspellSpellChecker, MayGoWhileItLooksSomethingUp) {
+  WaitingMainLoop loop;
+  {
+    HunspellSpellChecker passing(loop, "en_US");
+    awaitDictionary(passing);
+    passing.correction("recieve");
+  }
+  loop.runPosted();
 }
 
 }  // namespace
