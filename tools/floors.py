@@ -53,7 +53,7 @@ def faults_of(top):
         floor = floor_of(folder, allowed)
         for path in paths:
             for number, line in enumerate(open(path), 1):
-                include = re.match(r'#include "([^"]+)/[^"/]+"', line)
+                include = re.match(r'#(?:include|import) "([^"]+)/[^"/]+"', line)
                 if include and floor_of(include[1], allowed) not in allowed[floor]:
                     faults.append(f'{os.path.relpath(path, top)}:{number}: {floor} may not include {include[1]}')
     return faults

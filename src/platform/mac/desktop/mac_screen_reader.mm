@@ -9,7 +9,7 @@
 
 #include "platform/mac/bridge/cf_ref.h"
 #include "platform/mac/bridge/mac_text.h"
-#import "platform/mac/screen_text_declarations.h"
+#import "platform/mac/desktop/screen_text_declarations.h"
 
 namespace nimbletype {
 namespace {
