@@ -3,7 +3,8 @@
 
 namespace nimbletype {
 
-// Whether text sent to this address stays on this machine. False as well for what is no address.
+// Whether the address names this machine in one of four ways: "localhost", a name below it, 127.0.0.1 or ::1.
+// Any other host counts as another machine, even where it means this one, and so does what is no address.
 bool isLocalAddress(std::string_view address);
 
 }  // namespace nimbletype

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/settings/local_address.h"
 #include "engines/address/ip_address.h"
 #include "engines/servers/server_request.h"
 #include "platform/network/web_address.h"
@@ -12,7 +13,7 @@ namespace nimbletype {
 namespace {
 
 ServerPlace placeOf(const Ip4Address& ip) {
-  if (ip[0] == 127 || ip == Ip4Address{0, 0, 0, 0}) return ServerPlace::thisMachine;
+  if (ip[0] == 127 || ip == Ip4Address{0, 0, 0, 0}) return ServerPlace::mayBeThisMachine;
   const bool isPrivate =
       ip[0] == 10 || (ip[0] == 172 && (ip[1] & 0xF0) == 16) || (ip[0] == 192 && ip[1] == 168);
   const bool isLinkLocal = ip[0] == 169 && ip[1] == 254;
@@ -21,7 +22,7 @@ ServerPlace placeOf(const Ip4Address& ip) {
 
 ServerPlace placeOf(const Ip6Address& ip) {
   const bool startsEmpty = std::all_of(ip.begin(), ip.begin() + 5, [](auto group) { return group == 0; });
-  if (startsEmpty && ip[5] == 0 && ip[6] == 0 && ip[7] <= 1) return ServerPlace::thisMachine;
+  if (startsEmpty && ip[5] == 0 && ip[6] == 0 && ip[7] <= 1) return ServerPlace::mayBeThisMachine;
   if (startsEmpty && ip[5] == 0xFFFF) {
     const auto byte = [](int value) { return static_cast<std::uint8_t>(value & 0xFF); };
     return placeOf(Ip4Address{byte(ip[6] >> 8), byte(ip[6]), byte(ip[7] >> 8), byte(ip[7])});
@@ -43,7 +44,7 @@ bool isPlainLabel(std::string_view name) {
 
 ServerPlace placeOfName(std::string_view name) {
   if (name.ends_with('.')) name.remove_suffix(1);
-  if (name == "localhost" || name.ends_with(".localhost")) return ServerPlace::thisMachine;
+  if (name == "localhost" || name.ends_with(".localhost")) return ServerPlace::mayBeThisMachine;
   // What home routers and Bonjour name; none of these exists on the Internet.
   constexpr std::array<std::string_view, 4> homeDomains{".local", ".lan", ".internal", ".home.arpa"};
   const bool isHome = std::ranges::any_of(homeDomains, [&](auto domain) { return name.ends_with(domain); });
@@ -66,17 +67,18 @@ std::string_view hostOf(std::string_view address) {
 std::optional<ServerPlace> serverPlace(std::string_view address) {
   const auto url = server::join(address, "");
   if (!url) return std::nullopt;
-  return placeOfHost(hostOf(*url));
+  return isLocalAddress(*url) ? ServerPlace::staysOnThisMachine : placeOfHost(hostOf(*url));
 }
 
 std::string serverWarning(std::string_view address) {
-  const auto url = server::join(address, "");
   const auto place = serverPlace(address);
-  if (!place || *place == ServerPlace::thisMachine) return {};
-  const std::string host(hostOf(*url));
-  return host + (*place == ServerPlace::localNetwork
-                     ? " is another device on your network, so the text around your caret will be sent there."
-                     : " isn't this Mac, so the text around your caret will be sent there.");
+  if (!place || *place == ServerPlace::staysOnThisMachine) return {};
+  const std::string host(hostOf(*server::join(address, "")));
+  if (*place == ServerPlace::mayBeThisMachine)
+    return host + " isn't known to be this Mac, so the text around your caret may be sent elsewhere.";
+  if (*place == ServerPlace::localNetwork)
+    return host + " is another device on your network, so the text around your caret will be sent there.";
+  return host + " isn't this Mac, so the text around your caret will be sent there.";
 }
 
 }  // namespace nimbletype

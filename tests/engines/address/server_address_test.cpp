@@ -12,9 +12,11 @@ using enum ServerPlace;
 
 TEST(ServerAddress, TellsThePlaceByTheHost) {
   const std::pair<ServerPlace, std::vector<std::string>> cases[] = {
-      {thisMachine,
-       {"localhost", "LOCALHOST", "localhost.", "api.localhost", "127.0.0.1", "127.9.8.7", "[::1]", "0.0.0.0",
-        "[::]", "[0:0:0:0:0:0:0:1]", "[::ffff:127.0.0.1]", "user@localhost"}},
+      {staysOnThisMachine,
+       {"localhost", "LOCALHOST", "api.localhost", "127.0.0.1", "[::1]", "user@localhost"}},
+      {mayBeThisMachine,
+       {"localhost.", "127.0.0.2", "127.9.8.7", "0.0.0.0", "[::]", "[0:0:0:0:0:0:0:1]",
+        "[::ffff:127.0.0.1]"}},
       {localNetwork,
        {"10.1.2.3", "172.16.0.1", "172.31.255.255", "192.168.1.20", "169.254.7.7", "[fe80::1]",
         "[fe80::1%25eth0]", "[fd12:3456::1]", "[::ffff:192.168.0.1]", "studio.local", "Studio.Local.",
@@ -35,6 +37,8 @@ TEST(ServerAddress, TellsThePlaceByTheHost) {
 TEST(ServerAddress, WarnsWhenTextLeavesThisMachine) {
   EXPECT_EQ(serverWarning("http://localhost:11434"), "");
   EXPECT_EQ(serverWarning("nonsense"), "");
+  EXPECT_EQ(serverWarning("http://127.0.0.2:11434"),
+            "127.0.0.2 isn't known to be this Mac, so the text around your caret may be sent elsewhere.");
   EXPECT_EQ(
       serverWarning("http://me:pw@192.168.1.20:11434"),
       "192.168.1.20 is another device on your network, so the text around your caret will be sent there.");
