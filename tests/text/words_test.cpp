@@ -1,70 +1,45 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <tuple>
+
 #include "text/text.h"
 
 namespace nimbletype::text {
 namespace {
 
-struct PropertyCase {
-  std::string character;
-  bool whitespace = false, lineBreak = false, letter = false, digit = false;
-};
-
-TEST(CharacterProperties, Table) {
-  const std::vector<PropertyCase> table{
-      {.character = ""},
-      {.character = " ", .whitespace = true},
-      {.character = "\t", .whitespace = true},
-      {.character = "\u00A0", .whitespace = true},
-      {.character = "\u202F", .whitespace = true},
-      {.character = "\u3000", .whitespace = true},
-      {.character = "\u200B"},
-      {.character = "\n", .whitespace = true, .lineBreak = true},
-      {.character = "\v", .whitespace = true, .lineBreak = true},
-      {.character = "\f", .whitespace = true, .lineBreak = true},
-      {.character = "\r\n", .whitespace = true, .lineBreak = true},
-      {.character = "\u0085", .whitespace = true, .lineBreak = true},
-      {.character = "\u2028", .whitespace = true, .lineBreak = true},
-      {.character = "\u2029", .whitespace = true, .lineBreak = true},
-      {.character = "a", .letter = true},
-      {.character = "É", .letter = true},
-      {.character = "e\u0301", .letter = true},
-      {.character = "ж", .letter = true},
-      {.character = "字", .letter = true},
-      {.character = "7", .digit = true},
-      {.character = "٣", .digit = true},
-      {.character = "7\uFE0F\u20E3", .digit = true},
-      {.character = "_"},
-      {.character = "👍"},
-      {.character = "\xFF"},
+// Whitespace, line break, letter, digit: those of "wbld" that a character is.
+TEST(CharacterProperties, AreThoseOfTheScriptItBelongsTo) {
+  const std::pair<std::string, std::vector<std::string>> table[] = {
+      {"w", {" ", "\t", "\u00A0", "\u202F", "\u3000"}},
+      {"wb", {"\n", "\v", "\f", "\r\n", "\u0085", "\u2028", "\u2029"}},
+      {"l", {"a", "É", "e\u0301", "ж", "字"}},
+      {"d", {"7", "٣", "7\uFE0F\u20E3"}},
+      {"", {"", "\u200B", "_", "👍", "\xFF"}},
   };
-  for (const auto& c : table) {
-    SCOPED_TRACE(c.character);
-    EXPECT_EQ(isWhitespace(c.character), c.whitespace);
-    EXPECT_EQ(isLineBreak(c.character), c.lineBreak);
-    EXPECT_EQ(isLetter(c.character), c.letter);
-    EXPECT_EQ(isDigit(c.character), c.digit);
-  }
+  for (const auto& [expected, characters] : table)
+    for (const auto& character : characters) {
+      std::string found;
+      if (isWhitespace(character)) found += 'w';
+      if (isLineBreak(character)) found += 'b';
+      if (isLetter(character)) found += 'l';
+      if (isDigit(character)) found += 'd';
+      EXPECT_EQ(found, expected) << character;
+    }
 }
 
-struct TrimCase {
-  std::string text, trimmed, start, end;
-};
-
-TEST(Trimming, Table) {
-  const std::vector<TrimCase> table{
-      {"", "", "", ""},
-      {" \u00A0\r\n\t\u2028", "", "", ""},
-      {"  a b\u3000\n", "a b", "a b\u3000\n", "  a b"},
-      {"\u00A0é\u00A0", "é", "é\u00A0", "\u00A0é"},
-      {"x", "x", "x", "x"},
-  };
-  for (const auto& c : table) {
-    SCOPED_TRACE(c.text);
-    EXPECT_EQ(trimmed(c.text), c.trimmed);
-    EXPECT_EQ(trimmedStart(c.text), c.start);
-    EXPECT_EQ(trimmedEnd(c.text), c.end);
-    EXPECT_EQ(isBlank(c.text), c.trimmed.empty());
+TEST(Trimming, TakesEveryWhitespaceAndNothingElse) {
+  const std::array<std::string, 4> table[]{{"", "", "", ""},
+                                           {" \u00A0\r\n\t\u2028", "", "", ""},
+                                           {"  a b\u3000\n", "a b", "a b\u3000\n", "  a b"},
+                                           {"\u00A0é\u00A0", "é", "é\u00A0", "\u00A0é"},
+                                           {"x", "x", "x", "x"}};
+  for (const auto& [text, both, start, end] : table) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(trimmed(text), both);
+    EXPECT_EQ(trimmedStart(text), start);
+    EXPECT_EQ(trimmedEnd(text), end);
+    EXPECT_EQ(isBlank(text), both.empty());
   }
 }
 
@@ -80,27 +55,19 @@ TEST(WithPlainSpaces, ReplacesEveryNoBreakSpace) {
   for (const auto& [from, to] : table) EXPECT_EQ(withPlainSpaces(from), to);
 }
 
-struct WordsCase {
-  std::string text;
-  std::size_t count = 0;
-  std::string firstTwo;
-};
-
 TEST(Words, AreRunsOfNonWhitespace) {
-  const std::vector<WordsCase> table{
+  const std::vector<std::tuple<std::string, std::size_t, std::string>> table{
       {"", 0, ""},
       {" \n", 0, " \n"},
       {"one", 1, "one"},
       {"one ", 1, "one "},
       {" one  two ", 2, " one  two"},
       {"don't stop,\u00A0now", 3, "don't stop,"},
-      {"één\ntwéé drié", 3, "één\ntwéé"},
-  };
-  for (const auto& c : table) {
-    SCOPED_TRACE(c.text);
-    EXPECT_EQ(wordCount(c.text), c.count);
-    EXPECT_EQ(firstWords(c.text, 2), c.firstTwo);
-    EXPECT_EQ(firstWords(c.text, 0), "");
+      {"één\ntwéé drié", 3, "één\ntwéé"}};
+  for (const auto& [text, count, firstTwo] : table) {
+    EXPECT_EQ(wordCount(text), count) << text;
+    EXPECT_EQ(firstWords(text, 2), firstTwo) << text;
+    EXPECT_EQ(firstWords(text, 0), "") << text;
   }
 }
 

@@ -45,34 +45,24 @@ TEST_F(SystemWideWatchTest, RunsTheTapWhileItIsAllowed) {
                                      Line{"app", "system-wide start: tap running true"}));
 }
 
-TEST_F(SystemWideWatchTest, ReadsFieldsAlthoughTheTapIsRefused) {
+TEST_F(SystemWideWatchTest, TriesAgainForATapThatIsRefusedOrTakenAway) {
   trust(true);
   tap.allowed = false;
   EXPECT_FALSE(watch.start());
-  EXPECT_EQ(begun, 1);
+  EXPECT_EQ(begun, 1) << "fields are read all the same";
   tap.allowed = true;
   loop.advance(SystemWideWatch::retryInterval);
   EXPECT_TRUE(tap.isRunning());
-}
-
-TEST_F(SystemWideWatchTest, GetsBackATapThatTheDesktopTookAway) {
-  trust(true);
-  ASSERT_TRUE(watch.start());
   tap.takeAway();
   EXPECT_FALSE(keys.isRunning());
   loop.advance(SystemWideWatch::retryInterval);
   EXPECT_TRUE(keys.isRunning());
-}
-
-TEST_F(SystemWideWatchTest, LetsGoForGoodWhenTheApplicationQuits) {
-  trust(true);
-  EXPECT_TRUE(watch.start());
   watch.stop();
   EXPECT_FALSE(tap.isRunning());
   trust(false);
   trust(true);
   loop.advance(SystemWideWatch::retryInterval);
-  EXPECT_FALSE(tap.isRunning());
+  EXPECT_FALSE(tap.isRunning()) << "once the application quits it lets go for good";
 }
 
 }  // namespace

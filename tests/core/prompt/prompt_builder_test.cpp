@@ -58,18 +58,16 @@ TEST(PromptBuilder, RawFormHasItsOwnLengths) {
 }
 
 TEST(PromptBuilder, EndingHint) {
-  const struct {
-    const char* before;
-    const char* hint;
-  } cases[] = {{"", "it is empty"},
-               {"word ", "it ends with a space, so start with a new word"},
-               {"line\n", "it ends with a space, so start with a new word"},
-               {"caf\u00e9", "it may end mid-word"},
-               {"cafe\u0301", "it may end mid-word"},
-               {"日本", "it may end mid-word"},
-               {"7", "it may end mid-word"},
-               {"Hi,", "it ends with \",\""},
-               {"ok 👍🏽", "it ends with \"👍🏽\""}};
+  const std::string word = "it may end mid-word", blank = "it ends with a space, so start with a new word";
+  const std::pair<const char*, std::string> cases[] = {{"", "it is empty"},
+                                                       {"word ", blank},
+                                                       {"line\n", blank},
+                                                       {"caf\u00e9", word},
+                                                       {"cafe\u0301", word},
+                                                       {"日本", word},
+                                                       {"7", word},
+                                                       {"Hi,", "it ends with \",\""},
+                                                       {"ok 👍🏽", "it ends with \"👍🏽\""}};
   for (const auto& [before, hint] : cases) EXPECT_EQ(endingHint(before), hint) << before;
 }
 

@@ -12,116 +12,79 @@ constexpr AppRule on{.mode = RuleMode::on};
 constexpr AppRule off{.mode = RuleMode::off};
 
 struct DecisionCase {
-  std::string name{};
+  const char *name, *reason;  // empty: enabled
   RulesState state{};
-  std::string bundleID = "com.example.notes";
   std::optional<std::string_view> domain{};
+  std::string bundleID = "com.example.notes";
   GeneralRule general{};
-  std::string reason{};  // empty: enabled
 };
 
 std::vector<DecisionCase> decisionCases() {
   const std::string app = "app:com.example.notes", site = "web:example.com";
   const std::string terminal = "com.apple.Terminal", xcode = "com.apple.dt.Xcode";
+  const GeneralRule offByDefault{.enabledByDefault = false}, editors{.codeEditorsEnabled = true};
+  const GeneralRule onlyEditors{.enabledByDefault = false, .codeEditorsEnabled = true};
+  const WallTime soon = now + 1s, over = now - 1s;
   return {
-      {.name = "nothing set"},
-      {.name = "paused everywhere comes first",
-       .state = {.rules = {{app, on}}, .pauses = {{app, now + 1h}}, .globalPauseUntil = now + 1ms},
-       .reason = "Paused everywhere"},
-      {.name = "paused until resumed",
-       .state = {.globalPauseUntil = untilResumed},
-       .reason = "Paused everywhere"},
-      {.name = "global pause over", .state = {.globalPauseUntil = now}},
-      {.name = "site pause before app pause and rules",
-       .state = {.rules = {{site, on}}, .pauses = {{site, now + 1s}, {app, now + 1s}}},
-       .domain = "example.com",
-       .reason = "Paused on example.com"},
-      {.name = "site's own name",
-       .state = {.pauses = {{site, now + 1s}}, .names = {{site, "Example"}}},
-       .domain = "example.com",
-       .reason = "Paused on Example"},
-      {.name = "site without a name",
-       .state = {.pauses = {{"web: ", now + 1s}}},
-       .domain = " ",
-       .reason = "Paused on this site"},
-      {.name = "site pause elsewhere", .state = {.pauses = {{site, now + 1s}}}, .domain = "www.example.com"},
-      {.name = "no browser", .state = {.rules = {{site, off}}, .pauses = {{site, now + 1s}}}},
-      {.name = "app pause beats a rule for the site",
-       .state = {.rules = {{site, on}}, .pauses = {{app, now + 1s}}},
-       .domain = "example.com",
-       .reason = "Paused in Notes"},
-      {.name = "pause ended a second ago",
-       .state = {.pauses = {{app, now - 1s}, {site, now - 1s}}},
-       .domain = "example.com"},
-      {.name = "site off beats app on",
-       .state = {.rules = {{site, off}, {app, on}}, .names = {{site, "Example"}}},
-       .domain = "example.com",
-       .reason = "Off on Example"},
-      {.name = "site on beats app off",
-       .state = {.rules = {{site, on}, {app, off}}},
-       .domain = "example.com"},
-      {.name = "site inherits, app off",
-       .state = {.rules = {{site, AppRule()}, {app, off}}},
-       .domain = "example.com",
-       .reason = "Off in Notes"},
-      {.name = "off by default", .bundleID = terminal, .reason = "Off in Notes by default"},
-      {.name = "off by default, turned on",
-       .state = {.rules = {{"app:" + terminal, on}}},
-       .bundleID = terminal},
-      {.name = "off by default, rule inherits",
-       .state = {.rules = {{"app:" + terminal, AppRule()}}},
-       .bundleID = terminal,
-       .reason = "Off in Notes by default"},
-      {.name = "code editor", .bundleID = xcode, .reason = "Off in code editors"},
-      {.name = "unlisted JetBrains IDE", .bundleID = "com.jetbrains.newone", .reason = "Off in code editors"},
-      {.name = "code editor on Linux", .bundleID = "jetbrains-clion", .reason = "Off in code editors"},
-      {.name = "not quite JetBrains", .bundleID = "com.jetbrainsish"},
-      {.name = "code editor turned on", .state = {.rules = {{"app:" + xcode, on}}}, .bundleID = xcode},
-      {.name = "code editors on", .bundleID = xcode, .general = {.codeEditorsEnabled = true}},
-      {.name = "code editors on, all else off",
-       .bundleID = xcode,
-       .general = {.enabledByDefault = false, .codeEditorsEnabled = true},
-       .reason = "Off unless turned on per app"},
-      {.name = "off unless turned on",
-       .general = {.enabledByDefault = false},
-       .reason = "Off unless turned on per app"},
-      {.name = "turned on", .state = {.rules = {{app, on}}}, .general = {.enabledByDefault = false}},
+      {"nothing set", ""},
+      {"paused everywhere comes first", "Paused everywhere", {{{app, on}}, {{app, soon}}, now + 1ms}},
+      {"paused until resumed", "Paused everywhere", {.globalPauseUntil = untilResumed}},
+      {"global pause over", "", {.globalPauseUntil = now}},
+      {"site pause first",
+       "Paused on example.com",
+       {{{site, on}}, {{site, soon}, {app, soon}}},
+       "example.com"},
+      {"site's own name",
+       "Paused on Example",
+       {.pauses = {{site, soon}}, .names = {{site, "Example"}}},
+       "example.com"},
+      {"site without a name", "Paused on this site", {.pauses = {{"web: ", soon}}}, " "},
+      {"site pause elsewhere", "", {.pauses = {{site, soon}}}, "www.example.com"},
+      {"no browser", "", {{{site, off}}, {{site, soon}}}},
+      {"app pause beats a rule for the site",
+       "Paused in Notes",
+       {{{site, on}}, {{app, soon}}},
+       "example.com"},
+      {"pause ended a second ago", "", {.pauses = {{app, over}, {site, over}}}, "example.com"},
+      {"site off beats app on",
+       "Off on Example",
+       {.rules = {{site, off}, {app, on}}, .names = {{site, "Example"}}},
+       "example.com"},
+      {"site on beats app off", "", {{{site, on}, {app, off}}}, "example.com"},
+      {"site inherits, app off", "Off in Notes", {{{site, {}}, {app, off}}}, "example.com"},
+      {"off by default", "Off in Notes by default", {}, {}, terminal},
+      {"off by default, turned on", "", {{{"app:" + terminal, on}}}, {}, terminal},
+      {"off by default, rule inherits", "Off in Notes by default", {{{"app:" + terminal, {}}}}, {}, terminal},
+      {"code editor", "Off in code editors", {}, {}, xcode},
+      {"unlisted JetBrains IDE", "Off in code editors", {}, {}, "com.jetbrains.newone"},
+      {"code editor on Linux", "Off in code editors", {}, {}, "jetbrains-clion"},
+      {"not quite JetBrains", "", {}, {}, "com.jetbrainsish"},
+      {"code editor turned on", "", {{{"app:" + xcode, on}}}, {}, xcode},
+      {"code editors on", "", {}, {}, xcode, editors},
+      {"code editors on, all else off", "Off unless turned on per app", {}, {}, xcode, onlyEditors},
+      {"off unless turned on", "Off unless turned on per app", {}, {}, "com.example.notes", offByDefault},
+      {"turned on", "", {{{app, on}}}, {}, "com.example.notes", offByDefault},
   };
 }
 
 TEST(RuleDecision, TheFirstMatchWins) {
   for (const auto& c : decisionCases()) {
-    SCOPED_TRACE(c.name);
     const auto decision = decide(c.state, {c.bundleID, "Notes", c.domain}, c.general, now);
-    EXPECT_EQ(decision.reason, c.reason);
-    EXPECT_EQ(decision.enabled, c.reason.empty());
+    EXPECT_EQ(decision.reason, c.reason) << c.name;
+    EXPECT_EQ(decision.enabled, decision.reason.empty()) << c.name;
   }
-}
-
-TEST(RuleDecision, AnAppWithoutANameIsThisApp) {
-  const RulesState state{.rules = {{"app:x", off}}};
-  EXPECT_EQ(decide(state, {"x", "", std::nullopt}, {}, now).reason, "Off in this app");
+  EXPECT_EQ(decide({.rules = {{"app:x", off}}}, {"x", "", std::nullopt}, {}, now).reason, "Off in this app");
 }
 
 TEST(RuleDecision, OverridesComeFromTheAppElseFromTheGeneralSettings) {
   const GeneralRule general{
       .insertion = InsertionMethod::paste, .length = CompletionLength::longLength, .recordWriting = true};
-  const AppRule all{.mode = RuleMode::off,
-                    .tabAccepts = false,
-                    .insertion = InsertionMethod::accessibility,
-                    .length = CompletionLength::shortLength,
-                    .recordWriting = false};
+  const AppRule all{RuleMode::off, false, InsertionMethod::accessibility, CompletionLength::shortLength,
+                    false};
   const RulesState state{.rules = {{"app:a", all}, {"web:example.com", all}}};
-  const RuleDecision overridden{.enabled = false,
-                                .reason = "Off in A",
-                                .tabAccepts = false,
-                                .insertion = InsertionMethod::accessibility,
-                                .length = CompletionLength::shortLength,
-                                .recordWriting = false};
-  const RuleDecision plain{.tabAccepts = true,
-                           .insertion = InsertionMethod::paste,
-                           .length = CompletionLength::longLength,
-                           .recordWriting = true};
+  const RuleDecision overridden{
+      false, "Off in A", false, InsertionMethod::accessibility, CompletionLength::shortLength, false};
+  const RuleDecision plain{true, "", true, InsertionMethod::paste, CompletionLength::longLength, true};
   EXPECT_EQ(decide(state, {"a", "A", std::nullopt}, general, now), overridden);
   EXPECT_EQ(decide(state, {"b", "B", std::nullopt}, general, now), plain);
 }

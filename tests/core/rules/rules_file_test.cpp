@@ -29,10 +29,7 @@ TEST_F(RulesFileTest, HoldsTheFourMapsAndReadsThemBack) {
   const RulesState state{
       .rules = {{"app:a", {.mode = RuleMode::off}},
                 {"web:example.com",
-                 {.tabAccepts = false,
-                  .insertion = InsertionMethod::paste,
-                  .length = CompletionLength::shortLength,
-                  .recordWriting = true}}},
+                 {RuleMode::inherit, false, InsertionMethod::paste, CompletionLength::shortLength, true}}},
       .pauses = {{"app:a", morning}},
       .globalPauseUntil = untilResumed,
       .names = {{"web:example.com", "Exämple"}},

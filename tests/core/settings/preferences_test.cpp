@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "platform/scripted/storage/memory_defaults_store.h"
 
 namespace nimbletype {
@@ -22,84 +24,24 @@ DefaultsValue combo(std::string json) {
   return DataValue{std::move(json)};
 }
 
-const std::vector<Stored>& defaults() {
-  static const std::vector<Stored> table{
-      {"isEnabled", true},
-      {"enabledByDefault", true},
-      {"codeEditorsEnabled", false},
-      {"completeInsideText", false},
-      {"ignoreSmallFields", false},
-      {"onDemandOnly", false},
-      {"delayMilliseconds", 0.0},
-      {"length", text("medium")},
-      {"insertion", text("typing")},
-      {"showMenuBarIcon", true},
-      {"showWordCountInMenuBar", false},
-      {"onboardingDone", false},
-      {"introSeen", false},
-      {"introMuted", false},
-      {"remindHiddenIcon", true},
-      {"quitRivalsAutomatically", false},
-      {"ghostStyle", text("grey")},
-      {"textScale", 1.0},
-      {"verticalNudge", 0.0},
-      {"showKeyHint", true},
-      {"keyHintsShown", whole(0)},
-      {"hideOnTypo", false},
-      {"suggestFixes", true},
-      {"engine", text("builtIn")},
-      {"ollamaURL", text("http://localhost:11434")},
-      {"ollamaModel", text("")},
-      {"serverURL", text("http://localhost:1234/v1")},
-      {"serverModel", text("")},
-      {"creativity", 0.3},
-      {"contextApp", true},
-      {"contextWebsite", true},
-      {"contextClipboard", false},
-      {"contextScreen", true},
-      {"contextNearbyWindows", false},
-      {"contextRecent", true},
-      {"customInstructions", text("")},
-      {"memoryEnabled", false},
-      {"memoryRecordAll", false},
-      {"memoryStrength", 2.0},
-      {"acceptWordKey", combo(R"({"keyCode":48,"modifiers":0})")},
-      {"acceptAllKey", combo(R"({"keyCode":50,"modifiers":0})")},
-      {"triggerKey", combo(R"({"keyCode":49,"modifiers":6})")},
-      {"alternativesKey", combo(R"({"keyCode":125,"modifiers":2})")},
-      {"toggleAppKey", combo("null")},
-      {"toggleGlobalKey", combo("null")},
-      {"escapeBehavior", text("dismiss")},
-      {"trailingSpace", true},
-      {"trailingPunctuation", true},
-      {"emojiEnabled", true},
-      {"emoticons", true},
-      {"skinTone", whole(0)},
-      {"includeNeutralTone", false},
-      {"batteryOnDemand", false},
-      {"batteryShorter", true},
-      {"batteryModel", text("")},
-  };
-  return table;
-}
-
-std::vector<std::string> keysOf(const std::vector<Stored>& table) {
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : table) keys.push_back(key);
-  return keys;
-}
-
 std::vector<Stored> stored(const Preferences& preferences) {
   std::vector<Stored> table;
   for (const auto* setting : preferences.settings()) table.emplace_back(setting->key(), setting->stored());
   return table;
 }
 
-TEST(Preferences, AnEmptyStoreYieldsTheDefaultsAndIsReadOnceInOrder) {
+const std::vector<Stored>& defaults() {
+  static MemoryDefaultsStore empty;
+  static const auto table = stored(Preferences(empty));
+  return table;
+}
+
+TEST(Preferences, AreReadOnceInOrder) {
   MemoryDefaultsStore store;
   const Preferences preferences(store);
-  EXPECT_THAT(stored(preferences), testing::ElementsAreArray(defaults()));
-  EXPECT_THAT(store.readKeys, testing::ElementsAreArray(keysOf(defaults())));
+  std::vector<std::string> keys;
+  for (const auto& [key, value] : stored(preferences)) keys.push_back(key);
+  EXPECT_EQ(store.readKeys, keys);
   EXPECT_THAT(store.writtenKeys, IsEmpty());
 }
 
@@ -109,56 +51,50 @@ DefaultsValue changed(const std::string& key, const DefaultsValue& value) {
   if (const auto* number = std::get_if<double>(&value)) return *number + 0.5;
   if (const auto* count = std::get_if<std::int64_t>(&value)) return *count + 3;
   if (std::holds_alternative<DataValue>(value)) return combo(R"({"keyCode":7,"modifiers":9})");
-  if (key == "length") return text("long");
-  if (key == "insertion") return text("paste");
-  if (key == "ghostStyle") return text("tinted");
-  if (key == "engine") return text("openAI");
-  if (key == "escapeBehavior") return text("passThrough");
-  return text("näher 👍");
+  const std::map<std::string, const char*> choices{{"length", "long"},
+                                                   {"insertion", "paste"},
+                                                   {"ghostStyle", "tinted"},
+                                                   {"engine", "openAI"},
+                                                   {"escapeBehavior", "passThrough"}};
+  const auto choice = choices.find(key);
+  return text(choice == choices.end() ? "näher 👍" : choice->second);
+}
+
+std::vector<Stored> changeAll(const Preferences& preferences) {
+  std::vector<Stored> all;
+  for (const auto& [key, value] : defaults()) {
+    all.emplace_back(key, changed(key, value));
+    EXPECT_TRUE(preferences.find(key)->assign(all.back().second)) << key;
+  }
+  return all;
 }
 
 TEST(Preferences, EverySettingSurvivesARestartInItsNativeForm) {
   MemoryDefaultsStore store;
-  std::vector<Stored> expected;
-  {
-    const Preferences preferences(store);
-    for (const auto& [key, value] : defaults()) {
-      expected.emplace_back(key, changed(key, value));
-      EXPECT_TRUE(preferences.find(key)->assign(expected.back().second)) << key;
-      EXPECT_EQ(store.get(key), expected.back().second) << key;
-    }
-  }
-  EXPECT_THAT(stored(Preferences(store)), testing::ElementsAreArray(expected));
+  const auto expected = changeAll(Preferences(store));
+  for (const auto& [key, value] : expected) EXPECT_EQ(store.get(key), value) << key;
+  EXPECT_EQ(stored(Preferences(store)), expected);
 }
 
 TEST(Preferences, WhatDoesNotFitYieldsTheDefault) {
-  const std::vector<Stored> table{
-      {"isEnabled", whole(0)},
-      {"isEnabled", text("false")},
-      {"textScale", text("2")},
-      {"textScale", true},
-      {"creativity", std::numeric_limits<double>::quiet_NaN()},
-      {"keyHintsShown", 4.0},
-      {"keyHintsShown", whole(std::int64_t{1} << 40)},
-      {"length", text("Long")},
-      {"length", whole(2)},
-      {"engine", text("")},
-      {"ollamaModel", combo("llama")},
-      {"acceptWordKey", text(R"({"keyCode":1,"modifiers":0})")},
-      {"acceptWordKey", combo("")},
-      {"acceptWordKey", combo("{")},
-      {"acceptWordKey", combo("[]")},
-      {"acceptWordKey", combo(R"({"keyCode":1})")},
-      {"acceptWordKey", combo(R"({"keyCode":65536,"modifiers":0})")},
-      {"acceptWordKey", combo(R"({"keyCode":-1,"modifiers":0})")},
-      {"acceptWordKey", combo(R"({"keyCode":1,"modifiers":16})")},
-      {"acceptWordKey", combo(R"({"keyCode":"1","modifiers":0})")},
-  };
-  for (const auto& [key, value] : table) {
-    MemoryDefaultsStore store;
-    store.set(key, value);
-    EXPECT_THAT(stored(Preferences(store)), testing::ElementsAreArray(defaults())) << key;
-  }
+  const std::pair<std::string, std::vector<DefaultsValue>> table[] = {
+      {"isEnabled", {whole(0), text("false")}},
+      {"textScale", {text("2"), true}},
+      {"creativity", {std::numeric_limits<double>::quiet_NaN()}},
+      {"keyHintsShown", {4.0, whole(std::int64_t{1} << 40)}},
+      {"length", {text("Long"), whole(2)}},
+      {"engine", {text("")}},
+      {"ollamaModel", {combo("llama")}},
+      {"acceptWordKey",
+       {text(R"({"keyCode":1,"modifiers":0})"), combo(""), combo("{"), combo("[]"), combo(R"({"keyCode":1})"),
+        combo(R"({"keyCode":65536,"modifiers":0})"), combo(R"({"keyCode":-1,"modifiers":0})"),
+        combo(R"({"keyCode":1,"modifiers":16})"), combo(R"({"keyCode":"1","modifiers":0})")}}};
+  for (const auto& [key, values] : table)
+    for (const auto& value : values) {
+      MemoryDefaultsStore store;
+      store.set(key, value);
+      EXPECT_EQ(stored(Preferences(store)), defaults()) << key;
+    }
 }
 
 TEST(Preferences, ReadsWhatAHandWouldWrite) {
@@ -204,7 +140,7 @@ TEST(Preferences, AnObserverMaySetTheSettingAgain) {
 TEST(PreferencesReset, KeepsWhatTheUserHasSeenAndTellsTheRest) {
   MemoryDefaultsStore store;
   Preferences preferences(store);
-  for (const auto& [key, value] : defaults()) preferences.find(key)->assign(changed(key, value));
+  changeAll(preferences);
   store.set("migratedFromPlumlet", true);
   store.set("AppleLanguages", text("de"));
   store.set("leftover", true);
@@ -218,12 +154,12 @@ TEST(PreferencesReset, KeepsWhatTheUserHasSeenAndTellsTheRest) {
   const std::vector<std::string> surviving{"onboardingDone", "introSeen", "introMuted", "keyHintsShown"};
   for (auto& [key, value] : expected)
     if (std::ranges::find(surviving, key) != surviving.end()) value = changed(key, value);
-  EXPECT_THAT(stored(preferences), testing::ElementsAreArray(expected));
+  EXPECT_EQ(stored(preferences), expected);
   EXPECT_EQ(static_cast<std::size_t>(told), expected.size() - surviving.size());
   EXPECT_EQ(store.get("migratedFromPlumlet"), DefaultsValue(true));
   EXPECT_EQ(store.get("AppleLanguages"), text("de"));
   EXPECT_EQ(store.get("leftover"), std::nullopt);
-  EXPECT_THAT(stored(Preferences(store)), testing::ElementsAreArray(expected));
+  EXPECT_EQ(stored(Preferences(store)), expected);
 }
 
 }  // namespace

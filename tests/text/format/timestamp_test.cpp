@@ -23,23 +23,18 @@ TEST(Timestamp, IsWrittenInUtc) {
 }
 
 TEST(Timestamp, IsReadWithAnyOffsetAndFraction) {
-  const std::vector<std::pair<std::string, std::optional<Moment>>> table{
+  const std::vector<std::pair<std::string, Moment>> table{
       {"2025-03-07T10:00:00+01:00", morning},
       {"2025-03-07T04:30:00-0430", morning},
       {"2025-03-07T09:00:00.5Z", morning + 500ms},
       {"2025-03-07T09:00:00.1239999Z", morning + 123ms},
       {"2024-02-29T00:00:00Z", std::chrono::sys_days{std::chrono::February / 29 / 2024}},
-      {"2025-02-29T00:00:00Z", std::nullopt},
-      {"2025-03-07T24:00:00Z", std::nullopt},
-      {"2025-03-07T09:00:00", std::nullopt},
-      {"2025-03-07T09:00Z", std::nullopt},
-      {"2025-03-07 09:00:00Z", std::nullopt},
-      {"2025-03-07T09:00:00Zx", std::nullopt},
-      {"2025-3-7T09:00:00Z", std::nullopt},
-      {"-025-03-07T09:00:00Z", std::nullopt},
-      {"", std::nullopt},
   };
   for (const auto& [text, moment] : table) EXPECT_EQ(fromIso8601(text), moment) << text;
+  for (const char* other :
+       {"", "2025-02-29T00:00:00Z", "2025-03-07T24:00:00Z", "2025-03-07T09:00:00", "2025-03-07T09:00Z",
+        "2025-03-07 09:00:00Z", "2025-03-07T09:00:00Zx", "2025-3-7T09:00:00Z", "-025-03-07T09:00:00Z"})
+    EXPECT_EQ(fromIso8601(other), std::nullopt) << other;
 }
 
 }  // namespace
