@@ -34,9 +34,7 @@ TEST(GgufCheck, KnowsWhatIsWrongWithAHead) {
       {"a tensor is of an unknown type", [](auto& h) { h.tensors[0].type = ~0U; }},
       {"a tensor has an impossible size", [](auto& h) { h.tensors[0].size[1] = 0; }},
       {"a tensor has an impossible size",
-       [](auto& h) {
-         h.tensors[0].size = {1ULL << 32, 1ULL << 32, 1, 1};
-       }},
+       [](auto& h) { h.tensors[0].size[0] = h.tensors[0].size[1] = 1ULL << 32; }},
       {"a tensor has an impossible size", [](auto& h) { h.tensors[1].type = 8; }},  // blocks of 32
       {"its alignment is impossible", [](auto& h) { h.properties["general.alignment"] = std::int64_t{0}; }},
       {"its alignment is impossible", [](auto& h) { h.properties["general.alignment"] = std::int64_t{48}; }},

@@ -23,27 +23,26 @@ TEST(ServerRequest, JoinsPathsBehindTheAddress) {
 }
 
 TEST(ServerRequest, RefusesWhatIsNoWebAddress) {
-  const char* const cases[] = {"",
-                               " ",
-                               "localhost",
-                               "localhost:1234",
-                               "//localhost/v1",
-                               "http://",
-                               "http:///v1",
-                               "http:/box",
-                               "ftp://box",
-                               "file:///etc",
-                               "http://my server",
-                               "http://box\n",
-                               "http://box:port",
-                               "http://box:65536",
-                               "http://[::1",
-                               "http://evil%2Ecom",
-                               "http://a,b",
-                               "http://a@b@c",
-                               "http://\xFF",
-                               "not an address"};
-  for (const auto* address : cases)
+  for (const auto* address : {"",
+                              " ",
+                              "localhost",
+                              "localhost:1234",
+                              "//localhost/v1",
+                              "http://",
+                              "http:///v1",
+                              "http:/box",
+                              "ftp://box",
+                              "file:///etc",
+                              "http://my server",
+                              "http://box\n",
+                              "http://box:port",
+                              "http://box:65536",
+                              "http://[::1",
+                              "http://evil%2Ecom",
+                              "http://a,b",
+                              "http://a@b@c",
+                              "http://\xFF",
+                              "not an address"})
     EXPECT_EQ(server::join(address, "models").error().message, "That address isn't valid") << address;
 }
 

@@ -55,31 +55,28 @@ TEST_F(ServerWeather, TheKeyGoesToTheServerAndIntoNoMessage) {
   EXPECT_NE(server.received()[0].head.find("\r\nAuthorization: Bearer sk-secret\r\n"), std::string::npos);
 }
 
-TEST_F(ServerWeather, OddButUsableAnswersAreUsed) {
-  EXPECT_EQ(completeWith({httpAnswer(200, written, "text/html")}), "writes finds you well.");
-  EXPECT_EQ(completeWith({httpAnswer(201, written, "")}), "writes finds you well.");
-  EXPECT_EQ(completeWith({"HTTP/1.0 200 OK\r\n\r\n" + written, {}, true}), "writes finds you well.");
-  EXPECT_EQ(completeWith({"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\n{\"re\r\n"
-                          "d\r\nsponse\":\" a\"}\r\n0\r\n\r\n"}),
-            "writes a");
-}
-
-TEST_F(ServerWeather, EachFoulAnswerBecomesASentence) {
+TEST_F(ServerWeather, AnswersAreUsedOrBecomeASentence) {
   const std::string page = "<html><head><title>502 Bad Gateway</title></head></html>";
+  const std::string text = "writes finds you well.", none = "The server's answer wasn't a completion";
   const auto at = "The server at " + server.url();
-  EXPECT_EQ(completeWith({httpAnswer(404, "404 page not found", "text/plain")}),
-            "The server answered 404. 404 page not found");
-  EXPECT_EQ(completeWith({httpAnswer(502, page, "text/html")}), "The server answered 502. " + page);
-  EXPECT_EQ(completeWith({httpAnswer(200, page, "text/html")}), "The server's answer wasn't a completion");
-  EXPECT_EQ(completeWith({httpAnswer(200, std::string("\0\xFF{", 3))}),
-            "The server's answer wasn't a completion");
-  EXPECT_EQ(completeWith({httpAnswer(200, "")}), "The server's answer wasn't a completion");
-  EXPECT_EQ(
-      completeWith({"HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:9/\r\nContent-Length: 0\r\n\r\n"}),
-      "The server answered 302. ");
-  const std::string dropped = at + " closed the connection before its answer was complete";
-  EXPECT_EQ(completeWith({"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{\"respon", {}, true}), dropped);
-  EXPECT_EQ(completeWith({"HTTP/1.1 200 OK\r\n\r\n", {}, false, true}), at + " answered with far too much");
+  const std::pair<LoopbackServer::Answer, std::string> table[] = {
+      {{httpAnswer(200, written, "text/html")}, text},
+      {{httpAnswer(201, written, "")}, text},
+      {{"HTTP/1.0 200 OK\r\n\r\n" + written, {}, true}, text},
+      {{"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\n{\"re\r\n"
+        "d\r\nsponse\":\" a\"}\r\n0\r\n\r\n"},
+       "writes a"},
+      {{httpAnswer(404, "404 page not found", "text/plain")}, "The server answered 404. 404 page not found"},
+      {{httpAnswer(502, page, "text/html")}, "The server answered 502. " + page},
+      {{httpAnswer(200, page, "text/html")}, none},
+      {{httpAnswer(200, std::string("\0\xFF{", 3))}, none},
+      {{httpAnswer(200, "")}, none},
+      {{"HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:9/\r\nContent-Length: 0\r\n\r\n"},
+       "The server answered 302. "},
+      {{"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{\"respon", {}, true},
+       at + " closed the connection before its answer was complete"},
+      {{"HTTP/1.1 200 OK\r\n\r\n", {}, false, true}, at + " answered with far too much"}};
+  for (const auto& [answer, expected] : table) EXPECT_EQ(completeWith(answer), expected) << answer.bytes;
 }
 
 TEST_F(ServerWeather, SomethingElseListensThere) {

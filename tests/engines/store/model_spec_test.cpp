@@ -9,36 +9,26 @@ namespace nimbletype {
 namespace {
 
 TEST(ModelHub, MayBeAMirror) {
-  struct Row {
-    std::optional<DefaultsValue> setting;
-    std::string hub;
-    bool isLogged;
-  };
-  const std::string own(publicModelHub);
-  const std::vector<Row> table{
-      {std::nullopt, own, false},
-      {"https://mirror.example", "https://mirror.example", false},
-      {"https://mirror.example:8443/hub/", "https://mirror.example:8443/hub", false},
-      {"http://127.0.0.1:8000", "http://127.0.0.1:8000", false},
-      {"http://localhost", "http://localhost", false},
-      {"http://mirror.example", own, true},
-      {"http://localhost.mirror.example", own, true},
-      {"ftp://mirror.example", own, true},
-      {"mirror.example", own, true},
-      {"https://", own, true},
-      {"https://mirror.example/?a=", own, true},
-      {"https://mirror.example/#", own, true},
-      {"https://mirror example", own, true},
-      {"", own, true},
-      {true, own, true},
-  };
-  for (const auto& [setting, hub, isLogged] : table) {
+  const auto hubFor = [](const std::optional<DefaultsValue>& setting, bool isLogged) {
     MemoryDefaultsStore defaults;
     RecordingSystemLog log;
     if (setting) defaults.set("modelHub", *setting);
-    EXPECT_EQ(modelHub(defaults, log), hub);
+    const auto hub = modelHub(defaults, log);
     EXPECT_EQ(!log.lines.empty(), isLogged) << hub;
-  }
+    return hub;
+  };
+  const std::pair<std::string, std::string> mirrors[] = {
+      {"https://mirror.example", "https://mirror.example"},
+      {"https://mirror.example:8443/hub/", "https://mirror.example:8443/hub"},
+      {"http://127.0.0.1:8000", "http://127.0.0.1:8000"},
+      {"http://localhost", "http://localhost"}};
+  for (const auto& [setting, hub] : mirrors) EXPECT_EQ(hubFor(setting, false), hub);
+  for (const std::string other :
+       {"http://mirror.example", "http://localhost.mirror.example", "ftp://mirror.example", "mirror.example",
+        "https://", "https://mirror.example/?a=", "https://mirror.example/#", "https://mirror example", ""})
+    EXPECT_EQ(hubFor(other, true), publicModelHub) << other;
+  EXPECT_EQ(hubFor(true, true), publicModelHub);
+  EXPECT_EQ(hubFor(std::nullopt, false), publicModelHub);
 }
 
 TEST(ModelSpec, IsFetchedFromTheHubAtOnePinnedVersion) {

@@ -67,10 +67,11 @@ class ModelStoreFixture : public testing::Test {
     write(models / "model.gguf", bytes);
     write(models / "model.gguf.verified", digest);
   }
-  void installEarlier() {
-    install(content, spec.digest);
+  // With nothing but what the server has.
+  void startOver(const std::string& served) {
+    serve(served);
+    std::filesystem::remove_all(models);
     reopen();
-    phases.clear();
   }
   void fetch() {
     store->startDownload();
