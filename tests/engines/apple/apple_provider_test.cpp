@@ -23,6 +23,8 @@ TEST_F(AppleProviderTest, SendsInstructionsAndPromptSeparately) {
   EXPECT_EQ(model.requests[0].temperature, 0.3);
   EXPECT_EQ(model.requests[0].maxTokens, 24);
   EXPECT_EQ(apple.promptStyle(), PromptStyle::instruct);
+  apple.warmUp("You are");
+  EXPECT_EQ(model.prewarmed, std::vector<std::string>{"You are"});
 }
 
 TEST_F(AppleProviderTest, ARefusalIsAnEmptyContinuationAndAnythingElseAnError) {
@@ -50,11 +52,6 @@ TEST_F(AppleProviderTest, StatusTellsTheModelsAvailability) {
     EXPECT_EQ(status(apple), expected);
     EXPECT_EQ(apple.isReady(), availability == Availability::available);
   }
-}
-
-TEST_F(AppleProviderTest, WarmsUpWithTheInstructions) {
-  apple.warmUp("You are");
-  EXPECT_EQ(model.prewarmed, std::vector<std::string>{"You are"});
 }
 
 }  // namespace

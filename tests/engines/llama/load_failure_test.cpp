@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "tests/engines/writing/runtime_fixture.h"
+#include "tests/platform/storage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {
@@ -12,18 +13,13 @@ namespace fs = std::filesystem;
 
 class LoadFailure : public RuntimeFixture {
  protected:
-  void SetUp() override {
-    folder = fs::temp_directory_path() / (std::string("nimbletype-load-") +
-                                          testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(folder);
-    fs::create_directories(folder);
+  LoadFailure() {
     std::ifstream file(starterModel, std::ios::binary);
     whole.assign(std::istreambuf_iterator<char>(file), {});
   }
-  void TearDown() override { fs::remove_all(folder); }
 
   std::string write(const std::string& name, const std::string& content) {
-    const auto path = folder / name;
+    const auto path = folder.path / name;
     std::ofstream(path, std::ios::binary) << content;
     return path.string();
   }
@@ -37,24 +33,20 @@ class LoadFailure : public RuntimeFixture {
   }
 
   std::string whole;
-  fs::path folder;
+  TemporaryFolder folder;
 };
 
 TEST_F(LoadFailure, FilesThatAreNoModel) {
-  expectRefused((folder / "missing.gguf").string());
-  expectRefused(folder.string());
-  expectRefused("");
-  expectRefused(write("empty.gguf", ""));
-  expectRefused(write("text.gguf", "Dear Anna, this is not a model at all."));
-  expectRefused(write("magic.gguf", "GGUF"));
-  expectRefused("/dev/zero");
+  for (const std::string path :
+       {folder.path / "missing.gguf", folder.path, fs::path(), fs::path("/dev/zero")})
+    expectRefused(path);
+  for (const char* content : {"", "Dear Anna, this is not a model at all.", "GGUF"})
+    expectRefused(write("odd.gguf", content));
 }
 
 TEST_F(LoadFailure, ModelsCutOffAnywhere) {
-  const auto size = whole.size();
   for (const std::size_t length :
-       {std::size_t{8}, std::size_t{23}, std::size_t{24}, std::size_t{100}, std::size_t{5000},
-        std::size_t{60000}, std::size_t{150000}, size / 2, size - 1})
+       std::vector<std::size_t>{8, 23, 24, 100, 5000, 60000, 150000, whole.size() / 2, whole.size() - 1})
     expectRefused(write("cut.gguf", whole.substr(0, length)));
 }
 
@@ -81,11 +73,12 @@ TEST_F(LoadFailure, WholeFilesThatMakeNoSense) {
   };
   const std::string zero(4, '\0'), minusOne("\0\0\x80\xBF", 4), seven("\7\0\0\0", 4),
       huge("\xFF\xFF\xFF\x7F", 4);
-  expectRefused(with("llama.rope.dimension_count", zero));
-  expectRefused(with("llama.rope.dimension_count", seven));
-  expectRefused(with("llama.block_count", zero));
-  expectRefused(with("llama.block_count", huge));
-  expectRefused(with("llama.attention.layer_norm_rms_epsilon", minusOne));
+  const std::pair<const char*, std::string> table[] = {{"llama.rope.dimension_count", zero},
+                                                       {"llama.rope.dimension_count", seven},
+                                                       {"llama.block_count", zero},
+                                                       {"llama.block_count", huge},
+                                                       {"llama.attention.layer_norm_rms_epsilon", minusOne}};
+  for (const auto& [key, value] : table) expectRefused(with(key, value));
   auto order = job("Thank you", 2);
   order.modelPath = with("llama.context_length", seven);
   EXPECT_TRUE(run(order).has_value()) << "a change that makes sense is no damage";
@@ -98,17 +91,13 @@ TEST_F(LoadFailure, UnreadableFiles) {
   expectRefused(path);
 }
 
-TEST_F(LoadFailure, AGoodModelLoadsAfterwards) {
-  expectRefused(write("text.gguf", "no model"));
-  EXPECT_TRUE(run(job("Thank you", 2)).has_value());
-  expectRefused(write("cut.gguf", whole.substr(0, whole.size() / 2)));
-  EXPECT_TRUE(run(job("Thank you", 2)).has_value());
-}
-
-TEST_F(LoadFailure, LlamasReasonGoesToTheLog) {
+TEST_F(LoadFailure, AGoodModelLoadsAfterwardsAndLlamasReasonIsLogged) {
   expectRefused(write("cut.gguf", whole.substr(0, whole.size() / 2)));
   loop.runPosted();
   EXPECT_FALSE(log.lines.empty());
+  EXPECT_TRUE(run(job("Thank you", 2)).has_value());
+  expectRefused(write("text.gguf", "no model"));
+  EXPECT_TRUE(run(job("Thank you", 2)).has_value());
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/platform/storage/temporary_folder.h"
+
 namespace nimbletype {
 namespace {
 
@@ -54,7 +56,8 @@ TEST(Processor, ACrowdedMachineGetsOneThreadUntilThereIsRoom) {
 
 TEST(Processor, ReadsTheSystemsDescription) {
   namespace fs = std::filesystem;
-  const auto root = fs::temp_directory_path() / "nimbletype-processor-test";
+  const TemporaryFolder folder;
+  const auto root = folder.path / "sys";
   const auto write = [&](const std::string& path, const std::string& content) {
     fs::create_directories((root / path).parent_path());
     std::ofstream(root / path) << content;

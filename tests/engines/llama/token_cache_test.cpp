@@ -2,28 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace nimbletype {
 namespace {
 
 TEST(TokenCache, KeepsTheCommonPrefixButNeverTheWholePrompt) {
-  struct Case {
-    Tokens cached, prompt;
-    std::size_t kept;
-  };
-  const Case cases[] = {
-      {{}, {1, 2, 3}, 0},
-      {{1, 2, 3}, {1, 2, 3}, 2},
-      {{1, 2, 3}, {1, 2, 3, 4}, 3},
-      {{1, 2, 3, 4}, {1, 2, 3}, 2},
-      {{1, 2, 3}, {1, 9, 3, 4}, 1},
-      {{7, 8}, {1, 2}, 0},
-      {{1}, {1}, 0},
-      {{1, 2}, {}, 0},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(testing::PrintToString(each.prompt));
-    EXPECT_EQ(reusableTokens(each.cached, each.prompt), each.kept);
-  }
+  const std::tuple<Tokens, Tokens, std::size_t> table[] = {{{}, {1, 2, 3}, 0},
+                                                           {{1, 2, 3}, {1, 2, 3}, 2},
+                                                           {{1, 2, 3}, {1, 2, 3, 4}, 3},
+                                                           {{1, 2, 3, 4}, {1, 2, 3}, 2},
+                                                           {{1, 2, 3}, {1, 9, 3, 4}, 1},
+                                                           {{7, 8}, {1, 2}, 0},
+                                                           {{1}, {1}, 0},
+                                                           {{1, 2}, {}, 0}};
+  for (const auto& [cached, prompt, kept] : table)
+    EXPECT_EQ(reusableTokens(cached, prompt), kept) << testing::PrintToString(prompt);
 }
 
 TEST(TokenCache, LongTextsKeepTheirBeginningForHundredsOfTokens) {

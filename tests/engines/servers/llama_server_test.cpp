@@ -26,7 +26,7 @@ class LlamaServerTest : public SocketFixture {
 };
 
 TEST_F(LlamaServerTest, Writes) {
-  EXPECT_EQ(complete(provider, request("I hope this email"))->text, " finds you well. I");
+  EXPECT_EQ(complete(provider, request("I hope this email", 5))->text, " finds you well. I");
   auto stopped = request("I hope this email", 40);
   stopped.stop = {"well"};
   EXPECT_EQ(complete(provider, stopped)->text, " finds you ");
@@ -38,8 +38,7 @@ TEST_F(LlamaServerTest, ListsItsModel) {
 }
 
 TEST_F(LlamaServerTest, OffersAlternatives) {
-  const auto texts = answer<Names>(
-      [&](auto done) { return provider.alternatives(request("Could we meet on", 8), 4, {}, done); });
+  const auto texts = alternatives(provider, request("Could we meet on", 8), 4);
   ASSERT_TRUE(texts) << texts.error().message;
   EXPECT_GE(texts->size(), 2U);
 }
@@ -47,12 +46,12 @@ TEST_F(LlamaServerTest, OffersAlternatives) {
 TEST_F(LlamaServerTest, ItsRefusalsAreShown) {
   secrets.secrets[OpenAICompatibleProvider::keyAccount] = "sk-wrong";
   EXPECT_EQ(
-      complete(provider, request("I")).error().message,
+      complete(provider, request("I", 5)).error().message,
       R"(The server answered 401. {"error":{"message":"Invalid API Key","type":"authentication_error","code":401}})");
   secrets.secrets[OpenAICompatibleProvider::keyAccount] = key;
   prefs.serverURL.set(server->url("/wrong/v1"));
   EXPECT_EQ(
-      complete(provider, request("I")).error().message,
+      complete(provider, request("I", 5)).error().message,
       R"(The server answered 404. {"error":{"message":"File Not Found","type":"not_found_error","code":404}})");
   EXPECT_EQ(status(provider), ProviderStatus::problem("No server answered at " + server->url("/wrong/v1")));
 }
@@ -65,7 +64,7 @@ TEST_F(LlamaServerTest, ACancelledGenerationEndsThereToo) {
              [] { return server->log().find("slot context shift") != std::string::npos; });
   }
   runUntil("its end", [] { return server->log().find("cancel task") != std::string::npos; });
-  EXPECT_TRUE(complete(provider, request("I hope")));
+  EXPECT_TRUE(complete(provider, request("I hope", 5)));
 }
 
 }  // namespace

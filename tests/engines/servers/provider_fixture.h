@@ -17,19 +17,18 @@ namespace nimbletype {
 
 using Names = std::expected<std::vector<std::string>, ProviderError>;
 
-// A provider between scripted ports, in virtual time.
-class ProviderFixture : public testing::Test {
+// Asks providers and waits for what they answer.
+class AskingTest : public testing::Test {
  protected:
-  // Longer than any request is waited for.
-  static constexpr Milliseconds forLong{60'000};
+  virtual void await(const std::function<bool()>& answered) = 0;
 
   template <typename Answer, typename Start>
   Answer answer(Start start) {
     std::optional<Answer> result;
     const Task task = start([&](Answer each) { result = std::move(each); });
     EXPECT_FALSE(result.has_value()) << "answered before its turn";
-    loop.advance(forLong);
-    return result.value();
+    await([&] { return result.has_value(); });
+    return std::move(result.value());
   }
   CompletionResult complete(CompletionProvider& provider, const CompletionRequest& request) {
     return answer<CompletionResult>([&](auto done) { return provider.complete(request, {}, done); });
@@ -44,12 +43,27 @@ class ProviderFixture : public testing::Test {
     return answer<Names>([&](auto done) { return provider.alternatives(request, count, {}, done); });
   }
 
-  static CompletionRequest request() {
+  static CompletionRequest request(std::string prompt, int maxTokens) {
     CompletionRequest request;
+    request.rawPrompt = std::move(prompt);
+    request.maxTokens = maxTokens;
+    request.temperature = 0;
+    request.model = "starter";
+    return request;
+  }
+};
+
+// A provider between scripted ports, in virtual time.
+class ProviderFixture : public AskingTest {
+ protected:
+  // Longer than any request is waited for.
+  static constexpr Milliseconds forLong{60'000};
+  void await(const std::function<bool()>&) override { loop.advance(forLong); }
+
+  static CompletionRequest request() {
+    auto request = AskingTest::request("[Now] Friday\n\nDear Zoë, \"", 24);
     request.instructions = "You are the autocomplete";
     request.prompt = "Text typed so far";
-    request.rawPrompt = "[Now] Friday\n\nDear Zoë, \"";
-    request.maxTokens = 24;
     request.temperature = 0.3;
     request.stop = {"\n\n", "[Context"};
     request.model = "base:1b";

@@ -20,62 +20,64 @@ class Cancellation : public RuntimeFixture {
                          {[this](const std::string&) { ++calls; }, [this](auto) { ++calls; }});
   }
 
+  // Once it has come to the gate.
+  void cancelAtGate(LlamaRuntime::Job job) {
+    auto task = start(std::move(job));
+    gate.awaitArrival();
+    task = Task();
+    holding = false;
+    gate.open();
+  }
+
+  // One whose result is kept.
+  Task startKept(LlamaRuntime::Job job) {
+    kept.reset();
+    return runtime().run(std::move(job), {{}, [this](auto result) { kept = std::move(result); }});
+  }
+  void awaitKept() {
+    loop.runUntil([this] { return kept.has_value(); });
+  }
+
   int calls = 0;
+  std::optional<LlamaRuntime::Result> kept;
+  std::atomic<bool> holding = true;
   Gate gate;
 };
 
 TEST_F(Cancellation, StopsBetweenChunksAndKeepsWhatIsEvaluated) {
   std::atomic<std::size_t> chunks = 0;
-  std::atomic<bool> holding = true;
   hooks.beforeChunk = [&](std::size_t evaluated) {
-    if (!holding) return;
-    ++chunks;
-    if (evaluated == 512) gate.pass();
+    if (holding) ++chunks;
+    if (holding && evaluated == 512) gate.pass();
   };
-  auto task = start(job(manyTokens(), 5));
-  gate.awaitArrival();
-  task.cancel();
-  const auto stoppedAfter = chunks.load();
-  holding = false;
-  gate.open();
+  cancelAtGate(job(manyTokens(), 5));
   const auto next = run(job(manyTokens())).value();
   EXPECT_GT(next.promptTokens, 1024);
   EXPECT_EQ(next.reusedTokens, 512);
-  EXPECT_EQ(stoppedAfter, 2U);
+  EXPECT_EQ(chunks, 2U);
   EXPECT_EQ(calls, 0);
 }
 
 TEST_F(Cancellation, StopsInsideAChunkAndStaysConsistent) {
-  std::atomic<bool> holding = false;
+  holding = false;
   hooks.insideEvaluation = [&] {
     if (holding) gate.pass();
   };
   const auto alone = run(job("I hope this email finds", 8)).value();
   holding = true;
-  auto task = start(job(manyTokens(), 5));
-  gate.awaitArrival();
-  task.cancel();
-  holding = false;
-  gate.open();
-  const auto next = run(job(manyTokens())).value();
-  EXPECT_LE(next.reusedTokens, 1);
+  cancelAtGate(job(manyTokens(), 5));
+  EXPECT_LE(run(job(manyTokens())).value().reusedTokens, 1);
   EXPECT_EQ(run(job("I hope this email finds", 8)).value().text, alone.text);
   EXPECT_EQ(calls, 0);
 }
 
 TEST_F(Cancellation, StopsBetweenTokens) {
   std::atomic<int> lastToken = -1;
-  std::atomic<bool> holding = true;
   hooks.beforeToken = [&](int generated) {
-    if (!holding) return;
-    lastToken = generated;
-    if (generated == 3) gate.pass();
+    if (holding) lastToken = generated;
+    if (holding && generated == 3) gate.pass();
   };
-  auto task = start(job("We are going to", 50, 1.0));
-  gate.awaitArrival();
-  task = Task();
-  holding = false;
-  gate.open();
+  cancelAtGate(job("We are going to", 50, 1.0));
   EXPECT_TRUE(run(job("We are going to", 3)).has_value());
   EXPECT_EQ(lastToken, 3);
   EXPECT_EQ(calls, 0);
@@ -86,15 +88,13 @@ TEST_F(Cancellation, AJobThatWaitsNeverStartsAndTheRunningOneGoesOn) {
   hooks.beforeToken = [&](int) {
     if (held++ == 0) gate.pass();
   };
-  std::optional<LlamaRuntime::Result> first;
-  const auto running =
-      runtime().run(job("Thank you for your", 3), {{}, [&](auto result) { first = std::move(result); }});
+  const auto running = startKept(job("Thank you for your", 3));
   gate.awaitArrival();
   auto waiting = start(job("Thank you for your", 3));
   waiting.cancel();
   gate.open();
-  loop.runUntil([&] { return first.has_value(); });
-  EXPECT_EQ(first->value().generatedTokens, 3);
+  awaitKept();
+  EXPECT_EQ(kept->value().generatedTokens, 3);
   run(job("Thank you"));
   EXPECT_EQ(held, 3);
   EXPECT_EQ(calls, 0);
@@ -105,42 +105,35 @@ TEST_F(Cancellation, AFinishedTaskStopsNothing) {
   hooks.beforeToken = [&](int) {
     if (++held == 4) gate.pass();
   };
-  bool finished = false;
-  auto old = runtime().run(job("Thank you for your", 3), {{}, [&](auto) { finished = true; }});
-  loop.runUntil([&] { return finished; });
-  std::optional<LlamaRuntime::Result> second;
-  const auto task =
-      runtime().run(job("Thank you for your", 3), {{}, [&](auto result) { second = std::move(result); }});
+  auto old = startKept(job("Thank you for your", 3));
+  awaitKept();
+  const auto task = startKept(job("Thank you for your", 3));
   gate.awaitArrival();
   old.cancel();
   gate.open();
-  loop.runUntil([&] { return second.has_value(); });
-  EXPECT_TRUE(second->has_value());
+  awaitKept();
+  EXPECT_TRUE(kept->has_value());
 }
 
 TEST_F(Cancellation, AResultOnItsWayIsNotDelivered) {
   auto task = start(job("Thank you for your", 2));
-  bool barrier = false;
-  const auto after = runtime().run(job("Thank you"), {{}, [&](auto) { barrier = true; }});
+  const auto after = startKept(job("Thank you"));
   // Both answers are posted by now or will be; the first is cancelled before the loop turns.
   task.cancel();
-  loop.runUntil([&] { return barrier; });
+  awaitKept();
   EXPECT_EQ(calls, 0);
 }
 
 TEST_F(Cancellation, CancelStopsTheRunningJobWhichSaysSo) {
-  std::atomic<bool> holding = true;
   hooks.beforeToken = [&](int) {
     if (holding.exchange(false)) gate.pass();
   };
-  std::optional<LlamaRuntime::Result> result;
-  const auto task =
-      runtime().run(job("We are going to", 50), {{}, [&](auto answer) { result = std::move(answer); }});
+  const auto task = startKept(job("We are going to", 50));
   gate.awaitArrival();
   runtime().cancel();
   gate.open();
-  loop.runUntil([&] { return result.has_value(); });
-  EXPECT_EQ(result->error().reason, RuntimeFailure::Case::cancelled);
+  awaitKept();
+  EXPECT_EQ(kept->error().reason, RuntimeFailure::Case::cancelled);
 }
 
 TEST_F(Cancellation, TheRuntimeEndsWhileAJobRuns) {

@@ -21,6 +21,9 @@ class RuntimeFixture : public testing::Test {
     return *runtime_;
   }
 
+  // With the options as they are now.
+  void restart() { runtime_.reset(); }
+
   static LlamaRuntime::Job job(std::string prompt, int maxTokens = 0, double temperature = 0) {
     LlamaRuntime::Job job;
     job.modelPath = starterModel;

@@ -28,23 +28,17 @@ TEST_F(SlidingWindow, TypingOnKeepsAllThatIsEvaluated) {
   EXPECT_EQ(evaluated(text + "x").reusedTokens, 1501);
 }
 
-TEST_F(SlidingWindow, GoingBackFarKeepsWhatIsBeforeThePlace) {
+TEST_F(SlidingWindow, GoingBackFarKeepsWhatIsBeforeThePlaceUnlessTheCacheIsOfTheWindow) {
   const auto text = letters(1500);
-  const auto fresh = evaluated(text.substr(0, 300) + "!", 8).text;
-  evaluated(text);
-  const auto back = evaluated(text.substr(0, 300) + "!", 8);
-  EXPECT_EQ(back.reusedTokens, 301);
-  EXPECT_EQ(back.text, fresh);
-}
-
-TEST_F(SlidingWindow, AWindowSizedCacheWouldForgetIt) {
-  options.fullWindowCache = false;
-  const auto text = letters(1500);
-  const auto fresh = evaluated(text.substr(0, 300) + "!", 8).text;
-  evaluated(text);
-  const auto back = evaluated(text.substr(0, 300) + "!", 8);
-  EXPECT_EQ(back.reusedTokens, 0);
-  EXPECT_EQ(back.text, fresh);
+  for (const bool full : {true, false}) {
+    options.fullWindowCache = full;
+    restart();
+    const auto fresh = evaluated(text.substr(0, 300) + "!", 8).text;
+    evaluated(text);
+    const auto back = evaluated(text.substr(0, 300) + "!", 8);
+    EXPECT_EQ(back.reusedTokens, full ? 301 : 0);
+    EXPECT_EQ(back.text, fresh);
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <tuple>
 
 #include "engines/writing/confidence.h"
 #include "engines/writing/stop_sequences.h"
@@ -25,16 +26,10 @@ TEST(Utf8Accumulator, HoldsBackCharactersThatAreNotComplete) {
 }
 
 TEST(StopSequences, CutBeforeTheEarliestMatch) {
-  struct Case {
-    const char* text;
-    std::vector<std::string> stops;
-    std::optional<std::size_t> at;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::vector<std::string>, std::optional<std::size_t>> cases[] = {
       {"one\ntwo [x", {"[x", "\n"}, 3}, {"one two", {"\n\n"}, {}}, {"one", {""}, {}},
-      {"one two", {"o", "one t"}, 0},   {"", {"x"}, {}},           {"abcabd", {"abd", "cab"}, 2},
-  };
-  for (const auto& each : cases) EXPECT_EQ(firstStop(each.text, each.stops), each.at) << each.text;
+      {"one two", {"o", "one t"}, 0},   {"", {"x"}, {}},           {"abcabd", {"abd", "cab"}, 2}};
+  for (const auto& [text, stops, at] : cases) EXPECT_EQ(firstStop(text, stops), at) << text;
 }
 
 TEST(Confidence, LogProbabilitiesOfAllTokensSumToOne) {
