@@ -28,8 +28,7 @@ TEST(GhostArea, IsTheVisibleFrameStretchedWhereTheFieldReachesOut) {
       {"anchored ignores the field", {100, 400, 1, 16}, {{0, 0, 1440, 900}}, true, {{0, 70, 1440, 805}, 0}},
       {"left screen", {-500, -100, 1, 16}, {{-900, -150, 600, 400}}, false, {{-1000, -200, 1000, 800}, -200}},
       {"upper screen", {0, 900, 1, 16}, {}, false, {{0, 900, 1440, 875}, 900}},
-      {"no screen", {3000, 400, 1, 16}, {{2900, 300, 500, 500}}, false, {}},
-  };
+      {"no screen", {3000, 400, 1, 16}, {{2900, 300, 500, 500}}, false, {}}};
   for (const Case& c : cases) {
     GhostContent content;
     content.caretRect = c.caret;

@@ -43,30 +43,29 @@ TEST_F(GhostLayoutTest, TextThatFitsStandsOnTheCaretsRow) {
   EXPECT_EQ(layout.frame, (BottomLeftRect{206, 500, 65, 10}));
   EXPECT_EQ(layout.container, std::nullopt);
   EXPECT_EQ(layout.hintX, std::nullopt);
+  content.kind = GhostContent::Kind::correction;
+  EXPECT_EQ(layOut().lines.at(0).text, "→ one two three");
 }
 
 TEST_F(GhostLayoutTest, TheBaselineFollowsTheCaretsHeight) {
   struct Case {
-    double caretY, caretHeight, rowHeight, baseline;
+    double caretY, caretHeight, nudge, rowHeight, baseline;
     BottomLeftRect frame;
   };
   const Case cases[] = {
-      {500, 10, 10, 502, {206, 500, 65, 10}},
-      {500, 16, 16, 505, {206, 500, 65, 16}},  // taller than the line: the row is the caret's
-      {500, 6, 10, 500, {206, 498, 65, 10}},   // lower: the row is the line's, centred
-      {500.5, 10, 10, 502.5, {206, 500, 65, 11}},
-  };
+      {500, 10, 0, 10, 502, {206, 500, 65, 10}},
+      {500, 16, 0, 16, 505, {206, 500, 65, 16}},  // taller than the line: the row is the caret's
+      {500, 6, 0, 10, 500, {206, 498, 65, 10}},   // lower: the row is the line's, centred
+      {500.5, 10, 0, 10, 502.5, {206, 500, 65, 11}},
+      {500, 10, -2, 10, 500, {206, 498, 65, 10}}};
   for (const Case& c : cases) {
     content.caretRect = {206, c.caretY, 1, c.caretHeight};
+    content.verticalNudge = c.nudge;
     const GhostLayout layout = layOut();
     EXPECT_EQ(layout.lineHeight, c.rowHeight) << c.caretHeight;
     EXPECT_EQ(layout.lines.at(0).baseline, c.baseline) << c.caretHeight;
     EXPECT_EQ(layout.frame, c.frame) << c.caretHeight;
   }
-  content.caretRect = {206, 500, 1, 10};
-  content.verticalNudge = -2;
-  EXPECT_EQ(layOut().lines.at(0).baseline, 500);
-  EXPECT_EQ(layOut().frame, (BottomLeftRect{206, 498, 65, 10}));
 }
 
 // A line's descender is two tenths of its font's size.
@@ -99,8 +98,7 @@ TEST_F(GhostLayoutTest, WrapsOnlyWhereItMayAndCan) {
       {"wrap off", false, 150, field, content.text, {}},
       {"line starts at the caret", true, 206, field, content.text, {}},
       {"neither line nor field known", true, {}, {}, content.text, {}},
-      {"field narrower", true, {}, {{100, 400, 110, 200}}, "", {"one two three four", "five six"}},
-  };
+      {"field narrower", true, {}, {{100, 400, 110, 200}}, "", {"one two three four", "five six"}}};
   for (const Case& c : cases) {
     content.allowWrap = c.allowWrap;
     content.lineStartX = c.lineStartX;
@@ -112,26 +110,20 @@ TEST_F(GhostLayoutTest, WrapsOnlyWhereItMayAndCan) {
   }
 }
 
-TEST_F(GhostLayoutTest, TheBoxStandsUnderTheRow) {
+TEST_F(GhostLayoutTest, TheBoxStandsUnderTheRowOrAboveWhereNoRowFitsBelow) {
   content.text = "one two three four five six";
-  const GhostLayout layout = layOut();
+  GhostLayout layout = layOut();
   EXPECT_EQ(layout.lines.at(0).rect, (BottomLeftRect{206, 500, 70, 10}));
   EXPECT_EQ(layout.lines.at(1), (GhostLayout::Line{"four five six", true, {106, 482, 65, 10}, 484}));
   EXPECT_EQ(layout.container, (BottomLeftRect{102, 477, 75, 20}));  // 3 under the row, 5 around the text
   EXPECT_EQ(layout.frame, (BottomLeftRect{102, 477, 174, 33}));
   EXPECT_EQ(layout.rowsBelow, 48);
-}
-
-TEST_F(GhostLayoutTest, TheBoxGoesAboveWhereNoRowFitsBelow) {
-  content.text = "one two three four five six";
-  area.rect = {0, 478, 1440, 400};  // 22 points under the caret: a row needs 23
-  GhostLayout layout = layOut();
-  EXPECT_EQ(layout.rowsBelow, 0);
-  EXPECT_EQ(layout.container, (BottomLeftRect{102, 513, 75, 20}));
-  area.rect.y = 477;
-  layout = layOut();
-  EXPECT_EQ(layout.rowsBelow, 1);
-  EXPECT_EQ(layout.container, (BottomLeftRect{102, 477, 75, 20}));
+  for (const double bottom : {477, 478}) {  // a row needs 23 points under the caret
+    area.rect = {0, bottom, 1440, 400};
+    layout = layOut();
+    EXPECT_EQ(layout.rowsBelow, bottom == 477 ? 1 : 0);
+    EXPECT_EQ(layout.container, (BottomLeftRect{102, bottom == 477 ? 477.0 : 513.0, 75, 20}));
+  }
 }
 
 TEST_F(GhostLayoutTest, RowsBeyondTheAreaAreCutWithAnEllipsis) {
@@ -151,12 +143,6 @@ TEST_F(GhostLayoutTest, NarrowBoxesKeepRoomForTheirWords) {
   EXPECT_THAT(boxRows(layout), ElementsAre("ab", "unbr", "eaka", "ble"));  // 24 points are four characters
   for (const auto& line : layout.lines) EXPECT_EQ(line.rect.width, 24) << line.text;
   EXPECT_GE(layout.container->width, 24);
-}
-
-TEST_F(GhostLayoutTest, CorrectionsAreMarkedByAnArrow) {
-  content.kind = GhostContent::Kind::correction;
-  content.text = "receive";
-  EXPECT_EQ(layOut().lines.at(0).text, "→ receive");
 }
 
 TEST_F(GhostLayoutTest, TheKeycapFollowsTheTextWhereItFits) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "platform/scripted/drawing/fixed_font_metrics.h"
 
 namespace nimbletype {
@@ -25,13 +27,7 @@ GhostContent contentAt(double caretX, std::string line, std::optional<double> li
 
 TEST(GhostReading, LinesRunAsTheirFirstLetterUnlessTheCaretSaysOtherwise) {
   const FixedFontMetrics metrics;
-  struct Case {
-    const char* what;
-    double caretX;
-    std::string line;
-    Direction expected;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, double, std::string, Direction> cases[] = {
       {"Latin", 200, "Hello", left},
       {"Hebrew from the right edge", 440, "שלום לכולם", right},
       {"Hebrew from the left edge, as pages set it", 106, "שלום לכולם", left},
@@ -41,10 +37,9 @@ TEST(GhostReading, LinesRunAsTheirFirstLetterUnlessTheCaretSaysOtherwise) {
       {"empty, at the right edge", 494, "", right},
       {"empty, at the left edge", 106, "", left},
       {"wrapped", 300,
-       "שורה ארוכה מאוד שאינה נכנסת לשדה כולו ולכן היא נשברת לשורה הבאה של השדה הזה, ושוב אחת", right},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(lineDirection(contentAt(c.caretX, c.line), font, metrics), c.expected) << c.what;
+       "שורה ארוכה מאוד שאינה נכנסת לשדה כולו ולכן היא נשברת לשורה הבאה של השדה הזה, ושוב אחת", right}};
+  for (const auto& [what, x, line, direction] : cases)
+    EXPECT_EQ(lineDirection(contentAt(x, line), font, metrics), direction) << what;
   // Its field reaches further left than its lines do.
   EXPECT_EQ(lineDirection(contentAt(250, "שלום לכולם", 245), font, metrics), left);
 }
@@ -52,23 +47,15 @@ TEST(GhostReading, LinesRunAsTheirFirstLetterUnlessTheCaretSaysOtherwise) {
 // Applications tell either side of words that run against the line as the caret's place.
 TEST(GhostReading, TextFollowsTheLinesEnd) {
   const FixedFontMetrics metrics;
-  struct Case {
-    const char* what;
-    double caretX;
-    std::string line;
-    Direction direction;
-    double expected;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, double, std::string, Direction, double> cases[] = {
       {"with the line", 156, "Hello dear", left, 156},
       {"near side", 131, "They שלום", left, 151},
       {"far side", 151, "They שלום", left, 151},
       {"mirrored, near side", 469, "שלום name", right, 449},
       {"mirrored, far side", 449, "שלום name", right, 449},
-      {"Hebrew set from the left", 106, "שלום לכולם", left, 156},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(endOfLineX(contentAt(c.caretX, c.line), c.direction, font, metrics), c.expected) << c.what;
+      {"Hebrew set from the left", 106, "שלום לכולם", left, 156}};
+  for (const auto& [what, x, line, direction, expected] : cases)
+    EXPECT_EQ(endOfLineX(contentAt(x, line), direction, font, metrics), expected) << what;
 }
 
 // Text right of the field's left edge: two words fit, the others wrap into a box that ends at the right.

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "overlay/lists/alternatives_panel.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
@@ -13,25 +15,18 @@ const Screen laptop{{0, 0, 1440, 900}, {0, 70, 1440, 806}},
     beside{{1440, 0, 1000, 900}, {1440, 0, 1000, 900}};
 
 TEST(ListPlacement, StaysByTheCaretAndOnItsScreen) {
-  struct Case {
-    const char* what;
-    BottomLeftRect caret;
-    std::size_t rows;
-    double x, y;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, BottomLeftRect, std::size_t, double, double> cases[] = {
       {"under the caret's row", {500, 600, 1, 18}, 3, 486, 600 - 102 - 6},
       {"its end 4 points inside the screen", {1400, 600, 1, 18}, 3, 1440 - 380 - 4, 492},
       {"its start 4 points inside the screen", {5, 600, 1, 18}, 3, 4, 492},
       {"over the row where the Dock leaves no room", {500, 170, 1, 18}, 3, 486, 170 + 18 + 6},
       {"the last place under the row", {500, 178, 1, 18}, 3, 486, 70},
       {"of the second screen", {1450, 600, 1, 18}, 1, 1444, 600 - 42 - 6},
-      {"wherever, on no screen", {-500, 5, 1, 18}, 1, -514, 5 - 42 - 6},
-  };
-  for (const Case& c : cases) {
-    const auto frame = listFrame(c.caret, c.rows, {}, std::vector{laptop, beside});
-    EXPECT_EQ(frame, (BottomLeftRect{c.x, c.y, 380, static_cast<double>(c.rows) * 30 + 12})) << c.what;
-  }
+      {"wherever, on no screen", {-500, 5, 1, 18}, 1, -514, 5 - 42 - 6}};
+  for (const auto& [what, caret, rows, x, y] : cases)
+    EXPECT_EQ(listFrame(caret, rows, {}, std::vector{laptop, beside}),
+              (BottomLeftRect{x, y, 380, static_cast<double>(rows) * 30 + 12}))
+        << what;
 }
 
 TEST(ListDraw, CutsTextBetweenCharacters) {
@@ -46,11 +41,7 @@ TEST(ListDraw, CutsTextBetweenCharacters) {
 }
 
 TEST(Alternatives, RowsShowWholeWords) {
-  struct Case {
-    const char *before, *continuation, *row;
-    AlternativeChoice choice;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, const char*, AlternativeChoice> cases[] = {
       {"I like wor", "ld is big", "world is big", {"wor", "world is big"}},
       {"I like wor", ", he said ", ", he said", {"", ", he said"}},
       {"I like wor", " and you", "and you", {"", " and you"}},
@@ -59,12 +50,10 @@ TEST(Alternatives, RowsShowWholeWords) {
       {"3", "5 of them", "35 of them", {"3", "35 of them"}},
       {"Ça et voil", "à tout", "voilà tout", {"voil", "voilà tout"}},
       {"今日は", "天気がいい", "天気がいい", {"", "天気がいい"}},
-      {"", "Hello", "Hello", {"", "Hello"}},
-  };
-  for (const Case& c : cases) {
-    const auto prefix = wordPrefixOf(c.before);
-    EXPECT_EQ(rowText(c.continuation, prefix), c.row) << c.before << "|" << c.continuation;
-    EXPECT_EQ(choiceOf(c.continuation, prefix), c.choice) << c.before << "|" << c.continuation;
+      {"", "Hello", "Hello", {"", "Hello"}}};
+  for (const auto& [before, continuation, row, choice] : cases) {
+    EXPECT_EQ(rowText(continuation, wordPrefixOf(before)), row) << before << "|" << continuation;
+    EXPECT_EQ(choiceOf(continuation, wordPrefixOf(before)), choice) << before << "|" << continuation;
   }
   using Texts = std::vector<std::string>;
   EXPECT_EQ(differentOnes({" yes", "Yes.", "no", "", " ", "no ", "…", "!", "yes but"}),
