@@ -93,10 +93,7 @@ TEST(Replay, SameInputGivesTheSameBytes) {
 }
 
 TEST(Replay, LinesThatAreNotValidEndTheRun) {
-  const struct {
-    const char* line;
-    const char* sentence;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"{", "line 2: it is not valid JSON"},
       {"[1]", "line 2: it is not a JSON object"},
       {R"({"text":"x"})", "line 2: \"t\" is missing"},
@@ -107,7 +104,6 @@ TEST(Replay, LinesThatAreNotValidEndTheRun) {
       {R"({"t":"advance","ms":-1})", "line 2: \"ms\" must not be below 0"},
       {R"({"t":"field","caretRect":[1,2,3]})", "line 2: \"caretRect\" must be four numbers"},
       {R"({"t":"field","before":null})", "line 2: \"before\" must be a text"},
-      {R"({"t":"field","before":7})", "line 2: \"before\" must be a text"},
       {R"({"t":"field","change":"mood"})", "line 2: \"mood\" is no kind of change"},
       {R"({"t":"rule","key":"Mail","mode":"on"})", "line 2: \"Mail\" is no rule key"},
       {R"({"t":"rule","key":"app:x","mode":"maybe"})", "line 2: \"maybe\" is no value of \"mode\""},

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "tests/platform/storage/temporary_folder.h"
 
@@ -24,27 +25,21 @@ std::vector<LogicalProcessor> joined(std::vector<LogicalProcessor> a,
 }
 
 TEST(Processor, OneThreadForEachFastCore) {
-  struct Case {
-    const char* name;
-    ProcessorLayout layout;
-    int threads;
-    std::uint64_t modelBytes = 2'000'000'000;
-  };
-  const Case cases[] = {
-      {"nothing known", {}, 1},
-      {"two cores", {cores(2, 1, 0)}, 2},
-      {"two cores, two threads each", {cores(2, 2, 3000)}, 2},
-      {"four fast, four saving", {joined(cores(4, 1, 1024), cores(4, 1, 400, 4))}, 4},
-      {"six fast ones of two threads, eight saving", {joined(cores(6, 2, 5000), cores(8, 1, 3600, 6))}, 6},
-      {"turbo differences are no kinds", {joined(cores(2, 1, 5200), cores(2, 1, 5000, 2))}, 4},
-      {"sixteen", {cores(16, 1, 0)}, 8},
-      {"a container of a large machine", {cores(16, 1, 0), 1.5}, 2},
-      {"a tiny model", {cores(8, 1, 0)}, 1, 4'000'000},
-      {"a small model", {cores(8, 1, 0)}, 3, 100'000'000},
-      {"two sockets", {{{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}}}, 4},
-  };
-  for (const auto& each : cases)
-    EXPECT_EQ(threadsFor(each.layout, each.modelBytes), each.threads) << each.name;
+  constexpr std::uint64_t large = 2'000'000'000;
+  const std::tuple<const char*, ProcessorLayout, std::uint64_t, int> cases[] = {
+      {"nothing known", {}, large, 1},
+      {"two cores", {cores(2, 1, 0)}, large, 2},
+      {"two cores, two threads each", {cores(2, 2, 3000)}, large, 2},
+      {"four fast, four saving", {joined(cores(4, 1, 1024), cores(4, 1, 400, 4))}, large, 4},
+      {"six fast of two threads, eight saving", {joined(cores(6, 2, 5000), cores(8, 1, 3600, 6))}, large, 6},
+      {"turbo differences are no kinds", {joined(cores(2, 1, 5200), cores(2, 1, 5000, 2))}, large, 4},
+      {"sixteen", {cores(16, 1, 0)}, large, 8},
+      {"a container of a large machine", {cores(16, 1, 0), 1.5}, large, 2},
+      {"a tiny model", {cores(8, 1, 0)}, 4'000'000, 1},
+      {"a small model", {cores(8, 1, 0)}, 100'000'000, 3},
+      {"two sockets", {{{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}}}, large, 4}};
+  for (const auto& [name, layout, bytes, threads] : cases)
+    EXPECT_EQ(threadsFor(layout, bytes), threads) << name;
 }
 
 TEST(Processor, ACrowdedMachineGetsOneThreadUntilThereIsRoom) {

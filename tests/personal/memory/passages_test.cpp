@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include "text/text.h"
 
 namespace nimbletype {
@@ -20,27 +22,20 @@ std::string repeated(const std::string& piece, std::size_t count) {
 
 TEST(Passages, AreClippedToTheStartOfASentence) {
   const std::string longText = repeated("x", 600), third = repeated("y", 133);
-  const struct {
-    std::string text, passage;
-  } cases[] = {
-      {" \n short \n", "short"},
-      {repeated("é", 400), repeated("é", 400)},
-      {longText, longText.substr(200)},
-      {longText + ". " + third, third},
-      // Too little would be left.
-      {longText + ". " + third.substr(1), (longText + ". " + third.substr(1)).substr(334)},
-      {longText + "! One? " + third, "One? " + third},
-      {longText + "\r\n" + third, third},
-      {longText + "?", (longText + "?").substr(201)},
-  };
+  const std::string unfinished = longText + ". " + third.substr(1);  // too little would be left
+  const std::pair<std::string, std::string> cases[] = {{" \n short \n", "short"},
+                                                       {repeated("é", 400), repeated("é", 400)},
+                                                       {longText, longText.substr(200)},
+                                                       {longText + ". " + third, third},
+                                                       {unfinished, unfinished.substr(334)},
+                                                       {longText + "! One? " + third, "One? " + third},
+                                                       {longText + "\r\n" + third, third},
+                                                       {longText + "?", (longText + "?").substr(201)}};
   for (const auto& [text, passage] : cases) EXPECT_EQ(clippedPassage(text), passage);
 }
 
 TEST(Passages, KeywordsComeFromEveryScript) {
-  const struct {
-    const char* text;
-    std::vector<const char*> words;
-  } cases[] = {
+  const std::pair<const char*, std::vector<const char*>> cases[] = {
       {"The QUICK brown-fox, quick!", {"quick", "brown"}},
       {"straße ÄRGER über", {"straße", "ärger", "über"}},
       {"don't x4y2 2025", {"x4y2", "2025"}},
@@ -49,8 +44,7 @@ TEST(Passages, KeywordsComeFromEveryScript) {
       {"我们明天开会", {"我们", "明天", "开会"}},
       {"สวัสดีครับ", {"สวัสดี", "ครับ"}},
       {"안녕하세요 친구", {"안녕하세요"}},
-      {"\xFF\xC3", {}},
-  };
+      {"\xFF\xC3", {}}};
   for (const auto& [text, words] : cases) {
     Keywords expected;
     for (const char* word : words) expected.push_back(keywordsOf(std::string(word)).at(0));
@@ -101,18 +95,14 @@ TEST(Passages, TheBestAreChosen) {
   add("elsewhere, yesterday", "app:b", std::chrono::days(1));
   add("from a clock gone wrong", "app:b", std::chrono::days(-4000));
   add("elsewhere, just now", "app:b", std::chrono::days(0));
-  const struct {
-    const char *context, *app;
-    int limit;
-    std::vector<std::string> chosen;
-  } cases[] = {
+  using Texts = std::vector<std::string>;
+  const std::tuple<const char*, const char*, int, Texts> cases[] = {
       {"", "app:a", 0, {}},
       {"", "app:a", -1, {}},
       {"", "app:a", 2, {"same application, long ago", "elsewhere, just now"}},
       {"the CONTRACT terms", "app:a", 1, {"ancient but about contract terms"}},
       // The future is no newer than the newest, and counts as older where all else is equal.
-      {"", "app:c", 3, {"elsewhere, just now", "from a clock gone wrong", "elsewhere, yesterday"}},
-  };
+      {"", "app:c", 3, {"elsewhere, just now", "from a clock gone wrong", "elsewhere, yesterday"}}};
   for (const auto& [context, app, limit, chosen] : cases)
     EXPECT_EQ(chosenPassages(entries, context, app, limit), chosen) << context << app << limit;
   EXPECT_EQ(chosenPassages(entries, "", "app:a", 100).size(), entries.size());

@@ -153,7 +153,16 @@ TEST_F(WritingMemoryTest, WhatCannotBeOpenedIsSetAside) {
   }
 }
 
-TEST_F(WritingMemoryTest, NothingIsOverwrittenThatCannotBeMoved) {
+TEST_F(WritingMemoryTest, NeitherADamagedKeyNorAFileThatCannotBeMovedIsReplaced) {
+  secrets.secrets["writing-memory-key"] = "short";
+  save(first);
+  EXPECT_THAT(problem(), HasSubstr("damaged"));
+  EXPECT_EQ(secrets.secrets["writing-memory-key"], "short");
+  EXPECT_FALSE(file.content);
+  memory->eraseAll();
+  save(second);
+  EXPECT_EQ(problem(), "");
+  EXPECT_EQ(secrets.secrets["writing-memory-key"].size(), 32U);
   file.content = "damaged";
   file.stays = true;
   startAnew();
@@ -167,30 +176,17 @@ TEST_F(WritingMemoryTest, NothingIsOverwrittenThatCannotBeMoved) {
   EXPECT_THAT(texts(), ElementsAre(first));
 }
 
-TEST_F(WritingMemoryTest, ADamagedKeyIsNotReplaced) {
-  secrets.secrets["writing-memory-key"] = "short";
-  save(first);
-  EXPECT_THAT(problem(), HasSubstr("damaged"));
-  EXPECT_EQ(secrets.secrets["writing-memory-key"], "short");
-  EXPECT_FALSE(file.content);
-  memory->eraseAll();
-  save(second);
-  EXPECT_EQ(problem(), "");
-  EXPECT_EQ(secrets.secrets["writing-memory-key"].size(), 32U);
-}
-
 TEST_F(WritingMemoryTest, ErasesEverything) {
   save(first);
   file.asides = {"an old one"};
-  take(second);
-  memory->eraseAll();
-  take(third);
-  memory->eraseAll();
+  for (const auto& text : {second, third}) {
+    take(text);
+    memory->eraseAll();
+  }
   pass(std::chrono::hours(1));
   EXPECT_EQ(memory->count(), 0U);
   EXPECT_FALSE(file.content);
-  EXPECT_THAT(file.asides, IsEmpty());
-  EXPECT_THAT(secrets.secrets, IsEmpty());
+  EXPECT_TRUE(file.asides.empty() && secrets.secrets.empty());
   save(third);
   startAnew();
   EXPECT_THAT(texts(), ElementsAre(third));
@@ -233,7 +229,14 @@ TEST_F(WritingMemoryTest, AFullDiskKeepsTheOldFile) {
 }
 
 TEST_F(WritingMemoryTest, WhatIsUnsavedAtTheEndIsSaved) {
-  save(first);
+  pass(0ms);
+  take(first);
+  memory->finish();
+  EXPECT_TRUE(memory->isBusy()) << "the first passage still needs its key";
+  pass(0ms);
+  EXPECT_FALSE(memory->isBusy());
+  startAnew();
+  EXPECT_THAT(texts(), ElementsAre(first));
   take(second);
   startAnew();
   EXPECT_THAT(texts(), ElementsAre(first, second)) << "the key was at hand";
@@ -245,17 +248,6 @@ TEST_F(WritingMemoryTest, WhatIsUnsavedAtTheEndIsSaved) {
   background.release();
   startAnew();
   EXPECT_EQ(texts().size(), 4U);
-}
-
-TEST_F(WritingMemoryTest, TheFirstPassageMayStillNeedItsKeyAtTheEnd) {
-  pass(0ms);
-  take(first);
-  memory->finish();
-  EXPECT_TRUE(memory->isBusy());
-  pass(0ms);
-  EXPECT_FALSE(memory->isBusy());
-  startAnew();
-  EXPECT_THAT(texts(), ElementsAre(first));
 }
 
 // A store that asks the user to unlock it is not to do so every minute.

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "tests/whole/desktop/field_user.h"
 #include "tools/stage/desktop_session.h"
-#include "tools/stage/scene/scene.h"
 
 namespace nimbletype {
 namespace {
@@ -10,14 +10,6 @@ namespace {
 class EmojiInEditor : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override { ASSERT_TRUE(DesktopSession::start()); }
-
-  void awaitText(const std::string& wanted) {
-    try {
-      waitFor("the text \"" + wanted + "\"", [&] { return scene_->editor().text() == wanted; });
-    } catch (const GaveUp&) {
-      FAIL() << "instead of \"" << wanted << "\" there is \"" << scene_->editor().text() << '"';
-    }
-  }
 
   // Tab belongs to the application unless something is offered.
   void typeAndTake(const std::string& typed, std::uint16_t keyCode) {
@@ -38,13 +30,13 @@ TEST_P(EmojiInEditor, TakesThePlaceOfWhatWasTyped) {
       Scene::Cast{programs / "nimbletype", STARTER_MODEL, GetParam(), "", "", R"({"onDemandOnly":true})"});
   scene_->startApplication();
   typeAndTake("Off we go :rocke", key::tab);
-  awaitText("Off we go 🚀");
+  FieldUser(*scene_).awaitText("Off we go 🚀");
   std::this_thread::sleep_for(std::chrono::milliseconds(500));  // what follows at once counts as our own
   typeAndTake(" :)", key::tab);
-  awaitText("Off we go 🚀 🙂");
+  FieldUser(*scene_).awaitText("Off we go 🚀 🙂");
   std::this_thread::sleep_for(std::chrono::milliseconds(500));
   typeAndTake(" :tad", key::returnKey);
-  awaitText("Off we go 🚀 🙂 🎉");
+  FieldUser(*scene_).awaitText("Off we go 🚀 🙂 🎉");
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, EmojiInEditor, testing::Values("mousepad", "featherpad"));

@@ -5,18 +5,17 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "tests/whole/desktop/field_user.h"
 #include "tools/stage/scene/ink.h"
-#include "tools/stage/scene/scene.h"
-#include "tools/stage/scene/scripted_model.h"
 
 namespace {
 
 using namespace nimbletype;
 using namespace std::chrono_literals;
 
-constexpr std::uint16_t letterA = 0, home = 115;
+constexpr std::uint16_t home = 115;
 constexpr int caretWidth = 3, tolerance = 1;
-constexpr auto painted = 400ms, insertionSettles = 450ms;
+constexpr auto painted = 400ms;
 
 struct Words {
   const char *typed, *suggested;
@@ -30,7 +29,7 @@ constexpr std::array texts{
 class Comparison {
  public:
   Comparison(Scene& scene, ScriptedModel& model, std::filesystem::path out)
-      : scene_(scene), model_(model), out_(std::move(out)) {}
+      : scene_(scene), user_(scene), model_(model), out_(std::move(out)) {}
 
   // Leaves the field empty.
   bool run(const Words& words, const std::string& name) {
@@ -40,10 +39,10 @@ class Comparison {
     const QImage withGhost = photograph(name + "-ghost.png");
     const QRect place = ghostPlace();
     scene_.user().press(key::aboveTab);
-    awaitDocument(std::string(words.typed) + words.suggested);
+    user_.awaitText(std::string(words.typed) + words.suggested);
     scene_.user().press(home);  // takes the caret away
     const QImage withText = photograph(name + "-text.png");
-    empty();
+    user_.empty();
     return tell(name, inkWithin(withGhost, place), inkWithin(withText, place));
   }
 
@@ -74,18 +73,8 @@ class Comparison {
     return picture;
   }
 
-  void awaitDocument(const std::string& text) {
-    waitFor("the field to hold \"" + text + "\"", [&] { return scene_.editor().text() == text; });
-  }
-
-  void empty() {
-    scene_.user().press(letterA, {ModifierSet::control});
-    scene_.user().press(key::deleteBack);
-    awaitDocument("");
-    rest(insertionSettles);
-  }
-
   Scene& scene_;
+  FieldUser user_;
   ScriptedModel& model_;
   std::filesystem::path out_;
 };
@@ -93,7 +82,7 @@ class Comparison {
 constexpr int usualDpi = 96;
 
 // "mousepad@120": at so many dots per inch.
-bool compareIn(const std::string& name, const std::string& application, const std::filesystem::path& out) {
+bool compareIn(const std::string& application, const std::filesystem::path& out, const std::string& name) {
   const std::size_t at = name.find('@');
   const std::string field = name.substr(0, at);
   DesktopWindows().setFontResolution(at == std::string::npos ? usualDpi : std::stoi(name.substr(at + 1)));
@@ -115,15 +104,5 @@ bool compareIn(const std::string& name, const std::string& application, const st
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 4) return std::fputs("usage: ghost_pixels APPLICATION OUT_FOLDER FIELD...\n", stderr), 2;
-  giveUpOnSignals();
-  std::filesystem::create_directories(argv[2]);
-  bool same = true;
-  for (int i = 3; i < argc; ++i) try {
-      same = compareIn(argv[i], argv[1], argv[2]) && same;
-    } catch (const GaveUp& failure) {
-      std::printf("%s FAILED: %s\n", argv[i], failure.what());
-      same = false;
-    }
-  return same ? 0 : 1;
+  return tryInFields(argc, argv, compareIn);
 }

@@ -5,9 +5,9 @@
 #include <nlohmann/json.hpp>
 
 #include "core/completion/showing/suggestion.h"
+#include "tests/whole/desktop/field_user.h"
 #include "text/text.h"
 #include "tools/stage/desktop_session.h"
-#include "tools/stage/scene/scene.h"
 
 namespace nimbletype {
 namespace {
@@ -32,13 +32,10 @@ class StoppedProcess : public testing::Test {
     scene_->user().press(key::tab);
     scene_->typeSlowly("c");
     document_ += "\tab`\tc";
-    awaitDocument("the keys pressed");
+    awaitDocument();
   }
 
-  void awaitDocument(const std::string& what) {
-    waitFor(what + " in the document, which is to be \"" + document_ + "\"",
-            [this] { return scene_->editor().text() == document_; });
-  }
+  void awaitDocument() { FieldUser(*scene_).awaitText(document_); }
 
   std::unique_ptr<Scene> scene_;
   std::string document_;
@@ -54,7 +51,7 @@ TEST_F(StoppedProcess, LosesNoFiguresWhenTheSessionEnds) {
   const std::string word(nextChunk(scene_->offered().value_or(""), true, true));
   scene_->user().press(key::tab);
   document_ += word;
-  awaitDocument("the word taken");
+  awaitDocument();
   scene_->application().signal(SIGTERM);
   waitFor("the application to end", [this] { return !scene_->application().isRunning(); });
   std::ifstream file(scene_->dataFolder() / "stats.json");
@@ -75,7 +72,7 @@ TEST_F(StoppedProcess, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {
   ASSERT_TRUE(rest);
   scene_->user().press(key::tab);
   document_ += nextChunk(*rest, true, true);
-  awaitDocument("the word taken");
+  awaitDocument();
 }
 
 // Only that editor suffers.

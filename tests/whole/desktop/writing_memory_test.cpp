@@ -5,9 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "tests/whole/desktop/field_user.h"
 #include "tools/stage/desktop_session.h"
-#include "tools/stage/scene/scene.h"
-#include "tools/stage/scene/scripted_model.h"
 
 namespace nimbletype {
 namespace {
@@ -15,8 +14,6 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 namespace fs = std::filesystem;
-
-constexpr std::uint16_t letterA = 0;
 
 // The real application, editor and keyring; only the model says what it is told to.
 class WritingMemoryOnTheDesktop : public testing::Test {
@@ -36,24 +33,12 @@ class WritingMemoryOnTheDesktop : public testing::Test {
 
   void write(const std::string& text) {
     scene_->typeSlowly(text);
-    awaitDocument(text);
-  }
-  void awaitDocument(const std::string& text) {
-    waitFor("the document to hold \"" + text + "\"", [&] { return scene_->editor().text() == text; });
+    FieldUser(*scene_).awaitText(text);
   }
   // In the good order in which a session ends.
   void quit() {
     scene_->application().signal(SIGTERM);
     waitFor("the application to end", [this] { return !scene_->application().isRunning(); });
-  }
-  void emptyDocument() {
-    scene_->user().press(letterA, {ModifierSet::control});
-    scene_->user().press(key::deleteBack);
-    awaitDocument("");
-  }
-  std::string sealedFile() const {
-    std::ifstream file(path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
   }
   fs::path path() const { return scene_->dataFolder() / "memory.sealed"; }
 
@@ -68,16 +53,17 @@ TEST_F(WritingMemoryOnTheDesktop, APassageComesBackAfterARestart) {
   waitFor("the ghost", [this] { return scene_->offered() == "ing before breakfast."; });
   scene_->user().press(key::aboveTab);
   const std::string passage = "The gardener waters all of the tulips every morning before breakfast.";
-  awaitDocument(passage);
+  FieldUser(*scene_).awaitText(passage);
   quit();
 
-  const std::string file = sealedFile();
+  std::ifstream stream(path(), std::ios::binary);
+  const std::string file{std::istreambuf_iterator<char>(stream), {}};
   EXPECT_GT(file.size(), passage.size());
   for (const char* word : {"gardener", "tulips", "breakfast", "appKey", "mousepad"})
     EXPECT_THAT(file, Not(HasSubstr(word)));
   EXPECT_EQ(fs::status(path()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 
-  emptyDocument();
+  FieldUser(*scene_).empty();
   scene_->startApplication();
   EXPECT_THAT(scene_->applicationLog(), Not(HasSubstr("gardener")));
   write("Who is going to look after your tuli");

@@ -9,11 +9,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto patience = 6s;
-// For so long a change of the text counts as the application's own insertion.
-constexpr auto insertionSettles = 450ms;
 constexpr auto quiet = 120ms, layoutPatience = 3000ms;
 constexpr double tolerance = 2;  // pixels
-constexpr std::uint16_t letterA = 0, letterV = 9;
+constexpr std::uint16_t letterV = 9;
 constexpr const char* secretWords = "open sesame";
 
 bool isTypable(const std::string& text) {
@@ -31,26 +29,15 @@ std::string signedNumber(double value) {
 
 }  // namespace
 
-void FieldTrial::await(const std::string& what, const std::function<bool()>& condition) {
-  waitFor(what, condition, patience);
-}
-
 void FieldTrial::awaitDocument(const std::string& text) {
-  try {
-    await("the text", [&] { return scene_.editor().findField() && scene_.editor().text() == text; });
-  } catch (const GaveUp&) {
-    throw GaveUp("the field holds " + quoted(scene_.editor().text()) + " instead of " + quoted(text));
-  }
+  user_.awaitText(user_.told(text), patience);
 }
 
 void FieldTrial::awaitOffer(const std::string& text) {
-  try {
-    await("the ghost", [&] { return scene_.offered() == text; });
-  } catch (const GaveUp&) {
-    const auto& last = scene_.trace().lastSuggestion();
-    throw GaveUp("waited for a ghost " + quoted(text) + (scene_.ghost().onScreen() ? ", one" : ", none") +
-                 " is on screen, the last one was " + (last ? quoted(last->text) : "never"));
-  }
+  if (comesTrue([&] { return scene_.offered() == text; }, patience)) return;
+  const auto& last = scene_.trace().lastSuggestion();
+  throw GaveUp("waited for a ghost " + quoted(text) + (scene_.ghost().onScreen() ? ", one" : ", none") +
+               " is on screen, the last one was " + (last ? quoted(last->text) : "never"));
 }
 
 // What no key of the layout types is pasted by the user.
@@ -61,19 +48,13 @@ void FieldTrial::enter(const std::string& text) {
     if (!clipboard_.lend(text)) throw GaveUp("could not copy the text");
     scene_.user().press(letterV, {ModifierSet::control});
   }
-  awaitDocument(expected(text));
-}
-
-std::string FieldTrial::expected(const std::string& text) const {
-  return scene_.editor().program().tellsOneParagraph ? text.substr(text.rfind('\n') + 1) : text;
+  awaitDocument(text);
 }
 
 void FieldTrial::empty() {
-  scene_.user().press(letterA, {ModifierSet::control});
-  scene_.user().press(key::deleteBack);
-  awaitDocument("");
-  await("the ghost to go with the text", [this] { return !scene_.ghost().onScreen(); });
-  rest(insertionSettles);
+  user_.empty();
+  waitFor(
+      "the ghost to go with the text", [this] { return !scene_.ghost().onScreen(); }, patience);
 }
 
 TrialResult FieldTrial::run(const TrialText& text, const std::filesystem::path& picture) {
@@ -130,7 +111,7 @@ void FieldTrial::compare(TrialResult& result) {
 
 void FieldTrial::takeWord(const TrialText& text) {
   scene_.user().press(key::tab);
-  awaitDocument(expected(std::string(text.text) + text.word));
+  awaitDocument(std::string(text.text) + text.word);
   const std::string remaining = std::string(text.continuation).substr(std::string(text.word).size());
   if (!remaining.empty()) awaitOffer(remaining);
 }
@@ -154,10 +135,13 @@ TrialResult FieldTrial::runSecret() {
   try {
     model_.willSay("never shown");
     scene_.user().type(secretWords);
-    await("the status to say why there is nothing", [&] {
-      scene_.trace().readOn();
-      return scene_.trace().lastStatus().find("Secure input") != std::string::npos;
-    });
+    waitFor(
+        "the status to say why there is nothing",
+        [&] {
+          scene_.trace().readOn();
+          return scene_.trace().lastStatus().find("Secure input") != std::string::npos;
+        },
+        patience);
   } catch (const GaveUp& failure) {
     return failed(failure.what() + circumstances());
   }

@@ -4,8 +4,7 @@
 
 #include "platform/linux/pasteboard/x11_pasteboard.h"
 #include "platform/scripted/system/virtual_main_loop.h"
-#include "tools/stage/scene/scene.h"
-#include "tools/stage/scene/scripted_model.h"
+#include "tests/whole/desktop/field_user.h"
 
 namespace nimbletype {
 
@@ -24,7 +23,7 @@ struct TrialResult {
 // Text put into a real field, suggestion, Tab, and what stands in the field then.
 class FieldTrial {
  public:
-  FieldTrial(Scene& scene, ScriptedModel& model) : scene_(scene), model_(model) {}
+  FieldTrial(Scene& scene, ScriptedModel& model) : scene_(scene), user_(scene), model_(model) {}
 
   // Leaves the field empty.
   TrialResult run(const TrialText& text, const std::filesystem::path& picture);
@@ -33,11 +32,8 @@ class FieldTrial {
 
  private:
   void enter(const std::string& text);
-  void await(const std::string& what, const std::function<bool()>& condition);
   void awaitDocument(const std::string& text);
   void awaitOffer(const std::string& text);
-  // What the field tells after this text.
-  std::string expected(const std::string& text) const;
   std::string circumstances();
   void empty();
   void compare(TrialResult& result);
@@ -47,6 +43,7 @@ class FieldTrial {
   void awaitQuiet();
 
   Scene& scene_;
+  FieldUser user_;
   ScriptedModel& model_;
   VirtualMainLoop unused_;  // what is lent is never saved
   X11Pasteboard clipboard_{unused_};
