@@ -48,6 +48,19 @@ Row tried(LlamaModel& model, const HalfTypedWord& word, bool verbose) {
   return row;
 }
 
+// The sentences cut behind each blank: the letters that follow are the whole next word.
+std::vector<HalfTypedWord> readWordStarts(const std::string& file) {
+  std::vector<HalfTypedWord> words;
+  std::ifstream lines(file);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with('#')) continue;
+    std::erase(line, '|');
+    for (auto blank = line.find(' '); blank != std::string::npos; blank = line.find(' ', blank + 1))
+      words.push_back({line.substr(0, blank + 1), lettersAtStart(line.substr(blank + 1))});
+  }
+  return words;
+}
+
 std::size_t typedLetters(std::string_view before) {
   return before.size() - (before.rfind(' ') + 1);
 }

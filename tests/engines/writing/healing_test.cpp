@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <map>
 #include <tuple>
 
 #include "engines/writing/text_generation.h"
+#include "tests/engines/writing/half_typed_words.h"
 
 namespace nimbletype {
 namespace {
@@ -109,41 +109,25 @@ TEST_F(HealingPaths, ReportsFailures) {
   EXPECT_EQ(paths.error().reason, RuntimeFailure::Case::cancelled);
 }
 
-bool isLetter(char c) {
-  return std::isalpha(static_cast<unsigned char>(c)) != 0;
-}
-
-// The lines of the file are sentences with a "|" wherever the writer pauses inside a word.
 TEST(Healing, CompletesFarMoreHalfTypedWordsThanPlainContinuation) {
   auto model = LlamaModel::load("models/starter/starter-q8_0.gguf", {}).value();
-  int plain = 0, healed = 0, words = 0;
-  const auto completes = [&](const std::string& before, const std::string& rest, bool heal) {
-    GenerationOrder order;
-    order.request.rawPrompt = before;
-    order.request.maxTokens = 4;
-    order.request.temperature = 0;
-    order.request.healLast = heal;
-    const std::string text = generate(*model, order, {})->text;
-    return text.starts_with(rest) && !(text.size() > rest.size() && isLetter(text[rest.size()]));
-  };
-  std::ifstream lines("tests/engines/writing/half_typed_words.txt");
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with('#')) continue;
-    for (auto cut = line.find('|'); cut != std::string::npos; cut = line.find('|', cut)) {
-      line.erase(cut, 1);
-      const auto end =
-          std::find_if_not(line.begin() + static_cast<std::ptrdiff_t>(cut), line.end(), isLetter);
-      const std::string rest(line.begin() + static_cast<std::ptrdiff_t>(cut), end);
-      plain += completes(line.substr(0, cut), rest, false);
-      healed += completes(line.substr(0, cut), rest, true);
-      ++words;
+  int plain = 0, healed = 0;
+  const auto words = readHalfTypedWords("tests/engines/writing/half_typed_words.txt");
+  for (const auto& word : words) {
+    for (const bool heal : {false, true}) {
+      GenerationOrder order;
+      order.request.rawPrompt = word.before;
+      order.request.maxTokens = 4;
+      order.request.temperature = 0;
+      order.request.healLast = heal;
+      (heal ? healed : plain) += completesWord(generate(*model, order, {})->text, word.rest);
     }
   }
   RecordProperty("plain", plain);
   RecordProperty("healed", healed);
-  EXPECT_GE(words, 200);
+  EXPECT_GE(words.size(), 200U);
   EXPECT_GT(healed, plain * 2);
-  EXPECT_GT(healed * 100, words * 80);
+  EXPECT_GT(healed * 100, static_cast<int>(words.size()) * 80);
 }
 
 }  // namespace
