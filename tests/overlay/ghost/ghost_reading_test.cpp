@@ -4,6 +4,8 @@
 
 #include <tuple>
 
+#include "overlay/ghost/ghost_area.h"
+#include "overlay/ghost/ghost_font.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
 
 namespace nimbletype {
@@ -74,6 +76,84 @@ TEST(GhostReading, LayoutsFromTheRightMirrorThoseFromTheLeft) {
   EXPECT_EQ(layout.hintX, 469 - 6 - layout.hintWidth);
   EXPECT_EQ(layout.frame.x, 106);
   EXPECT_EQ(layout.frame.right(), 498);
+}
+
+TEST(GhostFont, IsTheFieldsOrTheSystems) {
+  FixedFontMetrics metrics;
+  GhostContent content;
+  content.fontSize = 11;
+  const std::pair<const char*, const char*> fonts[] = {{"", ""}, {"Menlo", "Menlo"}, {"No Such Font", ""}};
+  for (const auto& [told, used] : fonts) {
+    content.fontName = told;
+    EXPECT_EQ(fieldFont(content, metrics), (FontSpec{.name = used, .size = 11}));
+  }
+}
+
+// At size 11 a character is 5.5 wide, or 6 in whole advances.
+TEST(GhostFont, AdvancesAreToldByTheWidthOfTheLine) {
+  FixedFontMetrics metrics;
+  const std::string line = "twenty characters...";
+  const std::tuple<const char*, std::string, std::optional<double>, std::optional<bool>> cases[] = {
+      {"whole", line, 120, true}, {"fractional", line, 110, false},    {"a pixel off", line, 111, false},
+      {"neither", line, 90, {}},  {"too short to tell", "ab", 12, {}}, {"no text", "", 120, {}},
+      {"no start", line, {}, {}}};
+  for (const auto& [what, text, width, whole] : cases) {
+    GhostContent content;
+    content.caretRect = {500, 300, 1, 14};
+    if (width) content.lineStartX = 500 - *width;
+    content.lineText = text;
+    EXPECT_EQ(usesWholeAdvances(content, {.name = "", .size = 11}, metrics), whole) << what;
+  }
+}
+
+// At size 10 a character is 5 wide and a line 10 high.
+TEST(GhostFont, ZoomIsWhatWidthAndHeightOfTheLineAgreeOn) {
+  const FixedFontMetrics metrics;
+  const std::tuple<const char*, double, double, std::optional<double>> cases[] = {
+      {"as told", 100, 10, 1},         {"rounding", 104, 10, 1},
+      {"twice", 200, 20, 2},           {"half", 50, 5, 0.5},
+      {"wider only", 200, 10, {}},     {"a tall line of the same letters", 100, 20, 1},
+      {"too short to tell", 30, 3, {}}};
+  for (const auto& [what, width, height, zoom] : cases) {
+    GhostContent content;
+    content.caretRect = {500, 300, 1, height};
+    content.lineStartX = 500 - width;
+    content.lineText = "twenty characters...";
+    EXPECT_EQ(zoomOf(content, {.name = "", .size = 10}, metrics), zoom) << what;
+  }
+}
+
+// A main screen with a Dock below and a menu bar above, one to its left that reaches lower, one above.
+const std::vector<Screen> screens{{{0, 0, 1440, 900}, {0, 70, 1440, 805}},
+                                  {{-1000, -200, 1000, 800}, {-1000, -200, 1000, 800}},
+                                  {{0, 900, 1440, 900}, {0, 900, 1440, 875}}};
+
+TEST(GhostArea, IsTheVisibleFrameStretchedWhereTheFieldReachesOut) {
+  struct Case {
+    const char* what;
+    BottomLeftRect caret;
+    std::optional<BottomLeftRect> field;
+    bool anchored;
+    GhostArea expected;
+  };
+  const Case cases[] = {
+      {"inside the visible frame", {100, 400, 1, 16}, {{50, 100, 500, 500}}, false, {{0, 70, 1440, 805}, 0}},
+      {"no field", {100, 400, 1, 16}, {}, false, {{0, 70, 1440, 805}, 0}},
+      {"field into the Dock strip", {100, 400, 1, 16}, {{50, 40, 500, 500}}, false, {{0, 0, 1440, 875}, 0}},
+      {"caret in the Dock strip", {100, 60, 1, 16}, {}, false, {{0, 0, 1440, 875}, 0}},
+      {"field into the menu bar", {100, 400, 1, 16}, {{50, 100, 500, 790}}, false, {{0, 70, 1440, 830}, 0}},
+      {"full-screen field", {100, 400, 1, 16}, {{0, 0, 1440, 900}}, false, {{0, 0, 1440, 900}, 0}},
+      {"anchored ignores the field", {100, 400, 1, 16}, {{0, 0, 1440, 900}}, true, {{0, 70, 1440, 805}, 0}},
+      {"left screen", {-500, -100, 1, 16}, {{-900, -150, 600, 400}}, false, {{-1000, -200, 1000, 800}, -200}},
+      {"upper screen", {0, 900, 1, 16}, {}, false, {{0, 900, 1440, 875}, 900}},
+      {"no screen", {3000, 400, 1, 16}, {{2900, 300, 500, 500}}, false, {}}};
+  for (const Case& c : cases) {
+    GhostContent content;
+    content.caretRect = c.caret;
+    content.fieldFrame = c.field;
+    content.anchored = c.anchored;
+    EXPECT_EQ(ghostArea(content, screens), c.expected) << c.what;
+  }
 }
 
 }  // namespace

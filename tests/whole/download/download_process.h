@@ -1,13 +1,10 @@
 #pragma once
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -22,13 +19,13 @@ class DownloadProcess {
     std::vector<char*> arguments;
     for (std::string& option : options) arguments.push_back(option.data());
     arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    ::posix_spawn_file_actions_adddup2(&actions, 1, 2);
-    const int error = ::posix_spawn(&process_, NIMBLETYPE_CLI, &actions, nullptr, arguments.data(), environ);
-    ::posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) throw std::runtime_error("cannot start nimbletype-cli");
+    process_ = ::fork();
+    if (process_ != 0) return;
+    const int file = ::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    ::dup2(file, 1);
+    ::dup2(file, 2);
+    ::execv(NIMBLETYPE_CLI, arguments.data());
+    ::_exit(127);
   }
   ~DownloadProcess() {
     if (process_ <= 0) return;
