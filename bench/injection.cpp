@@ -23,6 +23,7 @@
 #include "platform/scripted/system/recording_system_log.h"
 #include "text/text.h"
 #include "tools/stage/desktop_session.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -41,7 +42,7 @@ class Bench {
   }
 
   bool isReady() {
-    return runUntil([&] { return source_.snapshot().has_value(); });
+    return comesTrue([&] { return source_.snapshot().has_value(); });
   }
 
   bool measure(const char* name, const std::string& text, int rounds,
@@ -90,8 +91,7 @@ class Bench {
   }
   // Long enough ago for keys and clipboard to have come to rest.
   bool clear() {
-    const auto rest = std::chrono::steady_clock::now() + Milliseconds(700);
-    runUntil([&] { return std::chrono::steady_clock::now() > rest; });
+    rest(Milliseconds(700));
     const AttributeRead focus{"AXFocusedUIElement", {}};
     const auto app = workspace_.frontmost();
     if (!app) return false;

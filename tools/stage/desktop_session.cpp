@@ -20,7 +20,6 @@ namespace nimbletype {
 namespace {
 
 using namespace std::chrono_literals;
-constexpr auto patience = 30s;
 
 // The launcher ends the desktop once this command ends, which it does when this program closes the pipe or
 // dies.
@@ -108,17 +107,6 @@ DesktopProgram::~DesktopProgram() {
   for (int i = 0; i < 100 && waitpid(process_, nullptr, WNOHANG) == 0; ++i) std::this_thread::sleep_for(20ms);
   kill(process_, SIGKILL);
   waitpid(process_, nullptr, 0);
-}
-
-bool runUntil(const std::function<bool()>& condition) {
-  const auto deadline = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    while (g_main_context_iteration(nullptr, FALSE)) {
-    }
-    std::this_thread::sleep_for(5ms);
-  }
-  return true;
 }
 
 }  // namespace nimbletype

@@ -1,7 +1,6 @@
 #pragma once
 #include <sys/types.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,8 +28,5 @@ class DesktopProgram {
  private:
   pid_t process_ = 0;
 };
-
-// Runs the GLib main loop until the condition holds; false after half a minute.
-bool runUntil(const std::function<bool()>& condition);
 
 }  // namespace nimbletype

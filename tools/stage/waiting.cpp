@@ -2,6 +2,7 @@
 
 #include <glib.h>
 
+#include <QCoreApplication>
 #include <csignal>
 
 namespace nimbletype {
@@ -17,6 +18,8 @@ void turn(std::chrono::milliseconds atMost) {
   g_source_remove(timer);
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
+  // Which Qt leaves to its own event loop.
+  if (QCoreApplication::instance()) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   if (endRequested) throw GaveUp("was told to end");
 }
 

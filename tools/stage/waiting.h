@@ -14,11 +14,18 @@ class GaveUp : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Runs the GLib main loop until the condition holds; throws after `patience`.
+// Runs the main loop, that of GLib and of Qt, until the condition holds; throws after `patience`.
 void waitFor(const std::string& what, const std::function<bool()>& condition,
              std::chrono::milliseconds patience = std::chrono::seconds(30));
+// For those who have something to wait on by inheritance.
+struct RealTime {
+  static void waitFor(const std::string& what, const std::function<bool()>& condition) {
+    nimbletype::waitFor(what, condition);
+  }
+};
 // The same without complaint: whether the condition came to hold.
-bool comesTrue(const std::function<bool()>& condition, std::chrono::milliseconds patience);
+bool comesTrue(const std::function<bool()>& condition,
+               std::chrono::milliseconds patience = std::chrono::seconds(30));
 // Runs the main loop for this long, as a person rests between keys.
 void rest(std::chrono::milliseconds time);
 

@@ -1,15 +1,9 @@
-#include <gmock/gmock.h>
-
 #include <algorithm>
 
 #include "tests/input/source/field_source_fixture.h"
 
 namespace nimbletype {
 namespace {
-
-using std::chrono_literals::operator""ms;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 // By which means the caret is found in fields that misbehave, and what the log says of it.
 class CaretMeans : public FieldSourceFixture {
@@ -33,35 +27,39 @@ class CaretMeans : public FieldSourceFixture {
       return rect && rule(*rect) ? std::optional(box) : std::nullopt;
     };
   }
-  std::vector<std::string> takeLog() {
-    std::vector<std::string> messages;
-    for (const auto& line : std::exchange(log_.lines, {})) messages.push_back(line.message);
-    return messages;
+  // The caret stands there, at the start of its line if that is said, and the log told why once.
+  void expectCaret(const TopLeftRect& rect, const std::vector<std::string>& log, bool startsLine = false) {
+    const FieldSnapshot snapshot = read();
+    EXPECT_EQ(snapshot.caretRect, rect);
+    if (startsLine) {
+      EXPECT_EQ(snapshot.lineStartX, 104);
+    }
+    read();
+    std::vector<std::string> told;
+    for (const auto& line : std::exchange(log_.lines, {})) told.push_back(line.message);
+    std::vector<std::string> expected;
+    for (const auto& message : log) expected.push_back("org.editor AXTextArea: " + message);
+    EXPECT_EQ(told, expected);
   }
 };
 
-const std::string field = "org.editor AXTextArea: ";
+bool always(const TopLeftRect&) {
+  return true;
+}
 
 TEST_F(CaretMeans, TextMarkersStandInForCharacters) {
   openWithMarkers(u"one\ntwo");
-  EXPECT_EQ(read().caretRect, (TopLeftRect{104 + 3 * 8, 220, 1, 16}));
-  read();
-  EXPECT_THAT(takeLog(), ElementsAre(field + "caret found through text markers"));
+  expectCaret({104 + 3 * 8, 220, 1, 16}, {"caret found through text markers"});
 }
 
 TEST_F(CaretMeans, ALineBoxHoldsTheCaretOfANewLine) {
-  ScriptedElement& element = openWithMarkers(u"one\n\ntwo");
-  element.selection = {4, 0};
-  const FieldSnapshot snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104, 220, 1, 16}));
-  EXPECT_EQ(snapshot.lineStartX, 104);
-  EXPECT_THAT(takeLog(), ElementsAre(field + "caret found through line box (0x16)"));
+  openWithMarkers(u"one\n\ntwo").selection = {4, 0};
+  expectCaret({104, 220, 1, 16}, {"caret found through line box (0x16)"}, true);
 }
 
 TEST_F(CaretMeans, ALeafOfThePageShowsTheCaretsText) {
   ScriptedElement& element = openWithMarkers(u"one two");
-  lieAboutBoxes(
-      element, [](const auto&) { return true; }, TopLeftRect{});
+  lieAboutBoxes(element, always, TopLeftRect{});
   ScriptedElement leaf;
   leaf.attributes = {{"AXRole", std::string("AXStaticText")}, {"AXFrame", TopLeftRect{130, 300, 70, 20}}};
   const ObjectRef leafRef = ax_.addElement(leaf);
@@ -71,75 +69,56 @@ TEST_F(CaretMeans, ALeafOfThePageShowsTheCaretsText) {
     const bool ofLeaf = read.attribute == "AXTextMarkerRangeForUIElement" &&
                         std::get<ObjectRef>(read.parameter)->same(*leafRef);
     if (!ofLeaf) return boxes(read);
-    const ObjectRef own = ax_.application(editor.processID);
     const AttributeRead focus{"AXFocusedUIElement", {}};
-    const auto focused = std::get<ObjectRef>(ax_.read(own, std::span(&focus, 1)).at(0));
+    const auto focused =
+        std::get<ObjectRef>(ax_.read(ax_.application(editor.processID), std::span(&focus, 1)).at(0));
     return answerThroughMarkers(element, focused, {"AXTextMarkerRangeForUIElement", focused});
   };
   element.selection = {3, 0};
-  EXPECT_EQ(read().caretRect, (TopLeftRect{160, 300, 1, 20}));
-  EXPECT_THAT(takeLog(), ElementsAre(field + "caret found through text runs (3 of 7 units)"));
+  expectCaret({160, 300, 1, 20}, {"caret found through text runs (3 of 7 units)"});
 }
 
 TEST_F(CaretMeans, TheLineAboveIsBetterThanNone) {
-  ScriptedElement& element = openWithMarkers(u"one\n");
   lieAboutBoxes(
-      element, [](const auto& box) { return box.y > 210 || box.width < 10; }, TopLeftRect{});
-  const FieldSnapshot snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104, 220, 1, 16}));
-  EXPECT_EQ(snapshot.lineStartX, 104);
-  EXPECT_THAT(takeLog(), ElementsAre(field + "caret found through text markers under the line above"));
+      openWithMarkers(u"one\n"), [](const auto& box) { return box.y > 210 || box.width < 10; },
+      TopLeftRect{});
+  expectCaret({104, 220, 1, 16}, {"caret found through text markers under the line above"}, true);
 }
 
 TEST_F(CaretMeans, TheTextIsMeasuredWhenNoBoxIsFound) {
   ScriptedElement& element = openWithMarkers(u"one\ntwo");
-  lieAboutBoxes(
-      element, [](const auto&) { return true; }, TopLeftRect{0, 0, 300, 200});
-  FieldSnapshot snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104 + 3 * 6.5, 217, 1, 13}));
-  EXPECT_EQ(snapshot.lineStartX, 104);
-  EXPECT_THAT(takeLog(),
-              ElementsAre(field + "has text markers but no box for them (marker selection 300x200, "
-                                  "marker before 300x200)",
-                          field + "caret measured from its text"));
+  lieAboutBoxes(element, always, TopLeftRect{0, 0, 300, 200});
+  const TopLeftRect measured{104 + 3 * 6.5, 217, 1, 13};
+  expectCaret(measured,
+              {"has text markers but no box for them (marker selection 300x200, marker before 300x200)",
+               "caret measured from its text"},
+              true);
   // With the font it once had.
   element.failing.insert("AXFontForRange");
   element.hasMarkers = false;
-  snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104 + 3 * 6.5, 217, 1, 13}));
-  EXPECT_EQ(snapshot.fontSize, std::nullopt);
-  EXPECT_THAT(takeLog(), ElementsAre(field + "has no text-marker selection"));
+  expectCaret(measured, {"has no text-marker selection"});
+  EXPECT_EQ(read().fontSize, std::nullopt);
 
   element.attributes["AXFrame"] = TopLeftRect{100, 200, 400, -3};
-  snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, std::nullopt);
-  EXPECT_EQ(snapshot.fieldFrame, std::nullopt);
+  EXPECT_EQ(read().caretRect, std::nullopt);
+  EXPECT_EQ(read().fieldFrame, std::nullopt);
 }
 
 TEST_F(CaretMeans, ABoxThatContradictsTheTextIsNotBelieved) {
   const auto ref = open(add("AXTextArea", u"one\ntwo\nthree"));
-  ax_.at(ref).lies = [](const AttributeRead& read) -> std::optional<AttributeValue> {
-    if (read.attribute == "AXBoundsForRange") return TopLeftRect{140, 204, 8, 16};
-    return std::nullopt;
-  };
-  EXPECT_EQ(read().caretRect, (TopLeftRect{104 + 5 * 6.5, 230, 1, 13}));
-  EXPECT_THAT(takeLog(),
-              ElementsAre(field + "gives every line the box of the first one",
-                          field + "has no text-marker selection", field + "caret measured from its text"));
+  ax_.at(ref).attributes["AXBoundsForRange"] = TopLeftRect{140, 204, 8, 16};
+  expectCaret({104 + 5 * 6.5, 230, 1, 13}, {"gives every line the box of the first one",
+                                            "has no text-marker selection", "caret measured from its text"});
 }
 
 // --- where markers and offsets disagree ---
 
 TEST_F(CaretMeans, TextMarkersWinOverAnOffsetThatWasLeftBehind) {
-  const auto ref = open(add("AXTextArea", u"one\ntwo three"));
-  ScriptedElement& element = ax_.at(ref);
+  ScriptedElement& element = ax_.at(open(add("AXTextArea", u"one\ntwo three")));
   element.hasMarkers = true;
-  element.lies = [](const AttributeRead& read) -> std::optional<AttributeValue> {
-    if (read.attribute == "AXSelectedTextRange") return TextRange{2, 0};
-    return std::nullopt;
-  };
+  element.attributes["AXSelectedTextRange"] = TextRange{2, 0};
   element.selection = {7, 0};
-  FieldSnapshot snapshot = read();
+  const FieldSnapshot snapshot = read();
   EXPECT_EQ(snapshot.before, "one\ntwo");
   EXPECT_EQ(snapshot.after, " three");
   EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104 + 3 * 8, 220, 1, 16}));

@@ -77,6 +77,10 @@ class ContextCollectorTest : public ::testing::Test {
     return collector_.gather(snapshot);
   }
   void wait(int ms) { loop_.advance(Milliseconds(ms)); }
+  void visit(const OpenWindow& window, int ms = 500) {
+    goTo(window);
+    wait(ms);
+  }
   bool wasAsked(const ObjectRef& element) {
     return std::ranges::any_of(ax_.askedTexts, [&](const auto& a) { return a.element->same(*element); });
   }
@@ -114,8 +118,7 @@ TEST_F(ContextCollectorTest, HandsOverWhatItsWindowShowsOnceThatIsRead) {
 
 TEST_F(ContextCollectorTest, ReadsAgainForAPromptAfterAWhileAndNotBefore) {
   const auto mail = open(1, "Inbox", {"Can you send the plan?"});
-  goTo(mail);
-  wait(200);
+  visit(mail, 200);
   const int once = ax_.batches;
   for (int i = 0; i < 20; ++i) gather(mail), wait(100);
   EXPECT_EQ(ax_.batches, once);
@@ -153,8 +156,7 @@ TEST_F(ContextCollectorTest, LeavesAnApplicationAloneThatDoesNotAnswer) {
   const auto mail = open(1, "Inbox", {});
   for (int i = 0; i < 50; ++i)
     addText(mail.window, "AXStaticText", "Send plan " + std::to_string(i), 100 + 10 * i);
-  goTo(mail);
-  wait(60);
+  visit(mail, 60);
   ax_.hangs = true;  // in the middle of a reading
   wait(500);
   EXPECT_GT(ax_.secondsLost, 0);
@@ -164,8 +166,7 @@ TEST_F(ContextCollectorTest, LeavesAnApplicationAloneThatDoesNotAnswer) {
   EXPECT_EQ(ax_.secondsLost, lost);
   ax_.hangs = false;
   wait(60'000);
-  goTo(mail);
-  wait(200);
+  visit(mail, 200);
   EXPECT_THAT(gather(mail).screenText, HasSubstr("plan 49"));
 }
 
@@ -179,20 +180,17 @@ TEST_F(ContextCollectorTest, NeverAsksForSecrets) {
   password.attributes["AXSubrole"] = std::string("AXSecureTextField");
   password.text = u"hunter2 and more";
   const ObjectRef secretField = ax_.addChild(mail.window, password);
-  for (const auto* window : {&secretApp, &secretPage, &mail}) goTo(*window), wait(500);
+  for (const auto* window : {&secretApp, &secretPage, &mail}) visit(*window);
   const PromptContext context = gather(mail);
   EXPECT_EQ(context.screenText, "Can you send the plan?");
   EXPECT_EQ(context.nearbyText, "");
   EXPECT_EQ(context.recentText, "");
-  EXPECT_FALSE(wasAsked(secretField));
-  for (const auto& asked : ax_.askedTexts) EXPECT_FALSE(asked.element->same(*secretApp.field));
-  for (const auto& asked : ax_.askedTexts) EXPECT_FALSE(asked.element->same(*secretPage.field));
+  for (const auto& secret : {secretField, secretApp.field, secretPage.field}) EXPECT_FALSE(wasAsked(secret));
   EXPECT_TRUE(picture_.seen.empty());
 
   secureInput_.on = true;
   const int batches = ax_.batches;
-  goTo(mail);
-  wait(10'000);
+  visit(mail, 10'000);
   EXPECT_EQ(gather(mail).screenText, "");
   EXPECT_EQ(ax_.batches, batches);
 }
@@ -200,19 +198,15 @@ TEST_F(ContextCollectorTest, NeverAsksForSecrets) {
 TEST_F(ContextCollectorTest, RemembersWindowsLookedAtJustBefore) {
   const auto page = open(1, "Trip", {"The train leaves at nine.", "Seats are booked."});
   const auto mail = open(2, "Inbox", {"Can you send the plan?", "Seats are booked."});
-  goTo(page);
-  wait(500);
-  goTo(mail);
-  wait(500);
+  visit(page);
+  visit(mail);
   EXPECT_EQ(gather(mail).recentText, "The train leaves at nine.");
   prefs_.contextRecent.set(false);
   prefs_.contextRecent.set(true);
   wait(500);
   EXPECT_EQ(gather(mail).recentText, "");
-  goTo(page);
-  wait(500);
-  goTo(mail);
-  wait(4 * 60'000);
+  visit(page);
+  visit(mail, 4 * 60'000);
   EXPECT_THAT(gather(mail).recentText, HasSubstr("train"));
   wait(61'000);
   EXPECT_EQ(gather(mail).recentText, "");
@@ -226,8 +220,7 @@ TEST_F(ContextCollectorTest, ReadsUpToTwoWindowsBesideWhenThatIsWanted) {
   for (const auto& child : std::get<ObjectList>(ax_.at(first.window).attributes["AXVisibleChildren"]))
     ax_.at(child).attributes.erase("AXFrame");
   const auto mail = open(4, "Inbox", {"Can you send the plan?"});
-  goTo(mail);
-  wait(1000);
+  visit(mail, 1000);
   EXPECT_EQ(gather(mail).nearbyText, "");
   EXPECT_EQ(workspace_.timesListed, 0);
   prefs_.contextNearbyWindows.set(true);
@@ -240,8 +233,7 @@ TEST_F(ContextCollectorTest, ReadsNothingThatTheSettingsForbid) {
   for (auto* setting : {&prefs_.contextScreen, &prefs_.contextRecent}) setting->set(false);
   const auto mail = open(1, "Inbox", {"Can you send the plan?"});
   clipboard_.copy("copied text");
-  goTo(mail);
-  wait(10'000);
+  visit(mail, 10'000);
   const PromptContext context = gather(mail);
   EXPECT_EQ(context.screenText + context.nearbyText + context.recentText + context.clipboard, "");
   EXPECT_EQ(ax_.batches, 0);
@@ -262,8 +254,7 @@ TEST_F(ContextCollectorTest, ReadsThePictureOfAWindowThatTellsNothing) {
   const auto game = open(1, "Board", {});
   ax_.at(game.field).text = u"";
   picture_.lines = {{"A line in the picture", {0, 100, 300, 20}}};
-  goTo(game);
-  wait(1000);
+  visit(game, 1000);
   EXPECT_EQ(gather(game).screenText, "");
   EXPECT_TRUE(picture_.seen.empty());  // not permitted
   picture_.permitted = true;

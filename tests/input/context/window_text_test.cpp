@@ -14,17 +14,15 @@ bool all(const ScreenWindow&) {
 }
 
 TEST(WindowText, KnowsWhatElementsAreGoodFor) {
-  struct Case {
+  using enum ElementUse;
+  const struct {
     std::string_view role, subrole;
     ElementUse expected;
-  };
-  for (const auto& c :
-       {Case{"AXStaticText", "", ElementUse::value}, Case{"AXGroup", "", ElementUse::container},
-        Case{"AXTextArea", "", ElementUse::textArea}, Case{"AXButton", "", ElementUse::skip},
-        Case{"AXSecureTextField", "", ElementUse::skip},
-        Case{"AXTextField", "AXSecureTextField", ElementUse::skip}, Case{"AXToolbar", "", ElementUse::skip},
-        Case{"AXHeading", "", ElementUse::title}})
-    EXPECT_EQ(useOf(c.role, c.subrole), c.expected) << c.role;
+  } cases[] = {{"AXStaticText", "", value},     {"AXGroup", "", container},
+               {"AXTextArea", "", textArea},    {"AXButton", "", skip},
+               {"AXSecureTextField", "", skip}, {"AXTextField", "AXSecureTextField", skip},
+               {"AXToolbar", "", skip},         {"AXHeading", "", title}};
+  for (const auto& c : cases) EXPECT_EQ(useOf(c.role, c.subrole), c.expected) << c.role;
 }
 
 TEST(WindowText, TakesTheLinesNearestToThePlace) {

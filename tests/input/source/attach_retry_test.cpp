@@ -25,21 +25,19 @@ struct Retry {
   }
 };
 
-TEST(AttachRetry, GivesUpAfterTheSixthTry) {
-  Retry r;
-  r.start(0);
-  r.loop.advance(Milliseconds(100'000));
-  EXPECT_EQ(r.tried, (Times{300, 1000, 2500, 5500, 10500, 18500}));
-  EXPECT_TRUE(r.succeeded.empty());
-  EXPECT_FALSE(r.retry.isRunning());
-}
-
-TEST(AttachRetry, TellsTheWaitJustTaken) {
-  Retry r;
-  r.start(3);
-  r.loop.advance(Milliseconds(100'000));
-  EXPECT_EQ(r.tried, (Times{300, 1000, 2500}));
-  EXPECT_EQ(r.succeeded, (Times{1500}));
+TEST(AttachRetry, TellsTheWaitJustTakenOrGivesUpAfterTheSixthTry) {
+  const struct {
+    std::size_t successAt;
+    Times tried, succeeded;
+  } cases[] = {{0, {300, 1000, 2500, 5500, 10500, 18500}, {}}, {3, {300, 1000, 2500}, {1500}}};
+  for (const auto& c : cases) {
+    Retry r;
+    r.start(c.successAt);
+    r.loop.advance(Milliseconds(100'000));
+    EXPECT_EQ(r.tried, c.tried);
+    EXPECT_EQ(r.succeeded, c.succeeded);
+    EXPECT_FALSE(r.retry.isRunning());
+  }
 }
 
 TEST(AttachRetry, StopsWhenCancelledAndBeginsAnewWhenRestarted) {

@@ -14,7 +14,21 @@ using std::chrono_literals::operator""ms;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class AXFieldSourceTest : public FieldSourceFixture {};
+class AXFieldSourceTest : public FieldSourceFixture {
+ protected:
+  // As the engine does: reads whenever something has changed.
+  void readAtEachChange() {
+    source_.onChange([this](Change change) {
+      changes_.push_back(change);
+      source_.snapshot();
+    });
+  }
+  std::vector<Change> changesWithin(int milliseconds) {
+    changes_.clear();
+    loop_.advance(Milliseconds(milliseconds));
+    return std::exchange(changes_, {});
+  }
+};
 
 TEST_F(AXFieldSourceTest, ReadsAFieldWhole) {
   const auto field = open(add("AXTextArea", u"Dear Ann,\nthank you. Bye"));
@@ -46,28 +60,22 @@ TEST_F(AXFieldSourceTest, CutsLongTextAroundTheSelection) {
   EXPECT_EQ(snapshot.selectionLength, 1000);
 }
 
-TEST_F(AXFieldSourceTest, PlacesTheCaretOnItsOwnLine) {
-  open(add("AXTextArea", u"one\n"));
-  FieldSnapshot snapshot = read();
-  EXPECT_EQ(snapshot.caretRect, (TopLeftRect{104, 220, 1, 16}));
-  EXPECT_EQ(snapshot.lineStartX, 104);
-}
-
-TEST_F(AXFieldSourceTest, FallsThroughToTheCharacterBeforeAZeroRectangle) {
-  const auto field = open(add("AXTextField", u"one"));
+TEST_F(AXFieldSourceTest, PlacesTheCaretByTheBoxesThatAreGiven) {
+  const auto field = open(add("AXTextArea", u"one\n"));
+  EXPECT_EQ(read().caretRect, (TopLeftRect{104, 220, 1, 16}));
+  EXPECT_EQ(read().lineStartX, 104);
+  ax_.at(field).text = u"one";
+  ax_.at(field).selection = {3, 0};
   ax_.at(field).lies = [](const AttributeRead& read) -> std::optional<AttributeValue> {
     const auto* range = std::get_if<TextRange>(&read.parameter);
     if (read.attribute == "AXBoundsForRange" && range->length == 0) return TopLeftRect{};
     return std::nullopt;
   };
-  EXPECT_EQ(read().caretRect, (TopLeftRect{104 + 3 * 8, 204, 1, 16}));
-}
-
-TEST_F(AXFieldSourceTest, TakesAttributedTextWhereThereIsNoPlainOne) {
-  const auto field = open(add("AXTextArea", u"one"));
+  EXPECT_EQ(read().caretRect, (TopLeftRect{104 + 3 * 8, 204, 1, 16})) << "behind the last character";
+  // Attributed text will do where there is no plain one.
   ax_.at(field).failing = {"AXStringForRange"};
-  ax_.at(field).attributes["AXAttributedStringForRange"] = std::string("one");
-  EXPECT_EQ(read().before, "one");
+  ax_.at(field).attributes["AXAttributedStringForRange"] = std::string("two");
+  EXPECT_EQ(read().before, "two");
 }
 
 TEST_F(AXFieldSourceTest, SaysWhyThereIsNoField) {
@@ -91,23 +99,17 @@ TEST_F(AXFieldSourceTest, NeverAsksForTheTextOfASecureField) {
   const auto byRole = add("AXSecureTextField", u"secret"), bySubrole = add("AXTextField", u"secret");
   ax_.at(bySubrole).attributes["AXSubrole"] = std::string("AXSecureTextField");
   const auto ordinary = add("AXTextField", u"secret");
-  struct Case {
-    ObjectRef field;
-    bool secureInput;
-    std::string reason;
-  };
   open(byRole);
-  for (const auto& c : {Case{byRole, false, "org.editor: focused AXSecureTextField won't share its text"},
-                        Case{bySubrole, false, "org.editor: focused AXTextField won't share its text"},
-                        Case{ordinary, true, "org.editor: focused AXTextField won't share its text"}}) {
-    ax_.focus(editor.processID, c.field);
-    secureInput_.on = c.secureInput;
+  for (const auto& field : {byRole, bySubrole, ordinary}) {
+    ax_.focus(editor.processID, field);
+    secureInput_.on = field == ordinary;
     settle();
     const FieldSnapshot snapshot = read();
     EXPECT_TRUE(snapshot.isSecure);
     EXPECT_EQ(snapshot.before + snapshot.after, "");
     EXPECT_EQ(snapshot.caretRect, std::nullopt);
-    EXPECT_EQ(source_.whyNoField(), c.reason);
+    const std::string role = field == byRole ? "AXSecureTextField" : "AXTextField";
+    EXPECT_EQ(source_.whyNoField(), "org.editor: focused " + role + " won't share its text");
   }
   EXPECT_THAT(ax_.askedTexts, IsEmpty());
 
@@ -152,22 +154,14 @@ TEST_F(AXFieldSourceTest, NoticesAFocusThatMovedWithoutAWord) {
 TEST_F(AXFieldSourceTest, AFocusLostAndFoundIsNoLoss) {
   const auto field = open(add("AXTextArea", u"text"));
   read();
-  const auto loseFocus = [&] {
-    ax_.focus(editor.processID, nullptr);
-    loop_.advance(Milliseconds(10));
-  };
-  changes_.clear();
-  loseFocus();
-  EXPECT_TRUE(changes_.empty());
+  ax_.focus(editor.processID, nullptr);
+  EXPECT_THAT(changesWithin(10), IsEmpty());
   ax_.focus(editor.processID, field);
-  settle();
-  EXPECT_EQ(changes_, std::vector{Change::focus});
+  EXPECT_THAT(changesWithin(0), ElementsAre(Change::focus));
   read();
 
-  changes_.clear();
-  loseFocus();
-  loop_.advance(Milliseconds(40));
-  EXPECT_EQ(changes_, std::vector{Change::focus});
+  ax_.focus(editor.processID, nullptr);
+  EXPECT_THAT(changesWithin(50), ElementsAre(Change::focus));
   EXPECT_FALSE(source_.snapshot());
   workspace_.bringToFront(other);
   settle();
@@ -176,48 +170,32 @@ TEST_F(AXFieldSourceTest, AFocusLostAndFoundIsNoLoss) {
 
 TEST_F(AXFieldSourceTest, LooksAgainWhenAnApplicationWasTooBusyToAnswer) {
   const auto field = open(add("AXTextArea", u"text"));
-  source_.onChange([this](Change change) {
-    changes_.push_back(change);
-    source_.snapshot();
-  });
+  readAtEachChange();
   read();
-  const auto reads = ax_.at(field);
+  const auto answers = ax_.at(field);
   ax_.at(field).attributes.clear();  // answers nothing
   EXPECT_FALSE(source_.snapshot());
-  changes_.clear();
-  ax_.at(field) = reads;
-  loop_.advance(Milliseconds(200));
-  EXPECT_EQ(changes_, std::vector{Change::value});
+  ax_.at(field) = answers;
+  EXPECT_THAT(changesWithin(200), ElementsAre(Change::value));
   read();
-
   ax_.at(field).attributes.clear();
   source_.snapshot();
-  changes_.clear();
-  loop_.advance(Milliseconds(10'000));
-  EXPECT_EQ(changes_.size(), 3U) << "what is no field is not looked at for ever";
+  EXPECT_EQ(changesWithin(10'000).size(), 3U) << "what is no field is not looked at for ever";
 }
 
 TEST_F(AXFieldSourceTest, LooksAgainWhileAFieldScrollsToItsCaret) {
   const auto field = open(add("AXTextArea", u"one line"));
   ax_.at(field).textOrigin.y += 300;  // below the field's frame
   read();
-  changes_.clear();
-  loop_.advance(Milliseconds(50));
-  EXPECT_EQ(changes_, std::vector{Change::value});
+  EXPECT_THAT(changesWithin(50), ElementsAre(Change::value));
   ax_.at(field).textOrigin.y -= 300;
   read();
-  changes_.clear();
-  loop_.advance(Milliseconds(1000));
-  EXPECT_TRUE(changes_.empty());
+  EXPECT_THAT(changesWithin(1000), IsEmpty());
 
   ax_.at(field).textOrigin.y += 300;
-  source_.onChange([this](Change change) {
-    changes_.push_back(change);
-    source_.snapshot();
-  });
+  readAtEachChange();
   read();
-  loop_.advance(Milliseconds(10'000));
-  EXPECT_EQ(changes_.size(), 4U) << "a frame that is told wrongly is not looked at for ever";
+  EXPECT_EQ(changesWithin(10'000).size(), 4U) << "a frame that is told wrongly is not looked at for ever";
 }
 
 TEST_F(AXFieldSourceTest, ReadsWindowAndPageOncePerFocus) {
@@ -277,12 +255,11 @@ TEST_F(AXFieldSourceTest, KeepsOnAfterAnApplicationHung) {
 }
 
 TEST_F(AXFieldSourceTest, TurnsOnTheContentOfPagesOncePerProcess) {
-  struct Case {
+  const struct {
     RunningApp app;
     bool refuses;
     std::vector<std::string> written;
-  };
-  const std::vector<Case> cases{
+  } cases[] = {
       {{50, "com.google.Chrome", "Chrome", {}}, false, {"AXManualAccessibility"}},
       {{51, "com.brave.Browser", "Brave", {}}, true, {"AXManualAccessibility", "AXEnhancedUserInterface"}},
       {{52, "org.editor", "Editor", {}}, false, {}},
@@ -303,47 +280,27 @@ TEST_F(AXFieldSourceTest, TurnsOnTheContentOfPagesOncePerProcess) {
   }
 }
 
-TEST_F(AXFieldSourceTest, InsertsByTheMethodAskedFor) {
-  const auto field = open(add("AXTextArea", u"one"));
-  source_.insert(" two", InsertionMethod::accessibility);
-  settle();
-  EXPECT_EQ(read().before, "one two");
-  EXPECT_EQ(poster_.text(), "");
-  source_.insert("x", InsertionMethod::typing);
-  settle();
-  EXPECT_EQ(poster_.text(), "x");
-  ax_.at(field).refusesWrites = true;
-  source_.insert("yz", InsertionMethod::accessibility);
-  settle();
-  EXPECT_EQ(poster_.text(), "xyz");
-  source_.deleteBackwards(2);
-  settle();
-  EXPECT_EQ(poster_.text(), "x");
-  source_.insert("w", InsertionMethod::paste);
-  settle();
-  EXPECT_THAT(pasteboard_.lent, ElementsAre("w"));
-}
-
-TEST_F(AXFieldSourceTest, InsertsOnlyWhereTheTextWasMeantToGo) {
+TEST_F(AXFieldSourceTest, InsertsByTheMethodAskedForWhereTheTextWasMeantToGo) {
   const RecordingSystemLog::Line moved{"input", "the focus has moved: nothing is inserted"};
   const auto field = open(add("AXTextArea", u"one")), second = add("AXTextField", u"two");
   addApplication(other);
   ax_.focus(other.processID, add("AXTextField", u"three"));
-  const auto stay = [] {};
-  const auto otherField = [&] { ax_.focus(editor.processID, second); };
-  const auto otherApp = [&] { workspace_.bringToFront(other); };
-  const auto noAnswer = [&] { ax_.focus(editor.processID, nullptr); };
   const struct {
     const char* why;
     std::function<void()> happens;
-    std::size_t inserted;
-  } cases[] = {{"nothing moved", stay, 1},
-               {"another field", otherField, 0},
-               {"another application", otherApp, 0},
-               {"the application does not tell", noAnswer, 1}};
+    bool inserts, hasElement;
+  } cases[] = {{"nothing moved", [] {}, true, true},
+               {"another field", [&] { ax_.focus(editor.processID, second); }, false, false},
+               {"another application", [&] { workspace_.bringToFront(other); }, false, false},
+               {"the application does not tell", [&] { ax_.focus(editor.processID, nullptr); }, true, false}};
+  using enum InsertionMethod;
+  source_.insert("xyz", typing);
+  source_.deleteBackwards(2);
+  settle();
+  EXPECT_EQ(poster_.text(), "x");
   for (const auto& c : cases)
-    for (const auto method :
-         {InsertionMethod::typing, InsertionMethod::accessibility, InsertionMethod::paste}) {
+    for (const auto method : {typing, accessibility, InsertionMethod::paste}) {
+      SCOPED_TRACE(c.why);
       workspace_.bringToFront(editor);
       ax_.focus(editor.processID, field);
       loop_.advance(1000ms);
@@ -356,10 +313,11 @@ TEST_F(AXFieldSourceTest, InsertsOnlyWhereTheTextWasMeantToGo) {
       c.happens();
       source_.insert("x", method);
       loop_.advance(100ms);
-      const bool written = *ax_.at(field).text == u"x";
-      const bool pasted = !pasteboard_.lent.empty(), typed = poster_.text() == "x";
-      EXPECT_EQ(written + pasted + typed, c.inserted) << c.why;
-      EXPECT_EQ(std::ranges::count(log_.lines, moved), c.inserted == 0) << c.why;
+      const bool writes = c.hasElement && method == accessibility;
+      EXPECT_EQ(*ax_.at(field).text == u"x", writes);
+      EXPECT_EQ(poster_.text() == "x", c.inserts && !writes && method != InsertionMethod::paste);
+      EXPECT_EQ(!pasteboard_.lent.empty(), c.inserts && method == InsertionMethod::paste);
+      EXPECT_EQ(std::ranges::count(log_.lines, moved), !c.inserts);
     }
 }
 

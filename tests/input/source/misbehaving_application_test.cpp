@@ -19,16 +19,16 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 TEST_F(MisbehavingApplication, NonsenseForABoxIsNoBox) {
   const auto field = open(add("AXTextArea", u"one"));
   ax_.at(field).attributes["AXFrame"] = AttributeValue();
-  for (const TopLeftRect box : {TopLeftRect{},
-                                {10, 10, 8, 0},
-                                {10, 10, -8, 16},
-                                {10, 10, 8, -16},
-                                {nan, 10, 8, 16},
-                                {10, 10, 8, nan},
-                                {10, infinite, 8, 16}}) {
+  const std::pair<const char*, TopLeftRect> boxes[] = {{"a zero rectangle", {}},
+                                                       {"no height", {10, 10, 8, 0}},
+                                                       {"less than no width", {10, 10, -8, 16}},
+                                                       {"less than no height", {10, 10, 8, -16}},
+                                                       {"no place", {nan, 10, 8, 16}},
+                                                       {"no number for a height", {10, 10, 8, nan}},
+                                                       {"infinitely far", {10, infinite, 8, 16}}};
+  for (const auto& [what, box] : boxes) {
     ax_.at(field).attributes["AXBoundsForRange"] = box;
-    EXPECT_EQ(read().caretRect, std::nullopt)
-        << box.x << " " << box.y << " " << box.width << " " << box.height;
+    EXPECT_EQ(read().caretRect, std::nullopt) << what;
   }
   ax_.at(field).attributes["AXBoundsForRange"] = TopLeftRect{-1500, 40, 8, 16};
   EXPECT_EQ(read().caretRect, (TopLeftRect{-1500, 40, 1, 16})) << "a screen to the left";

@@ -112,7 +112,7 @@ TEST_F(GhostPanelTest, LogsTheBox) {
   content.verticalNudge = 4;
   screens.screens = {{{0, -30, 1440, 900}, {0, 5.5, 1440, 800}}};
   panel.present(content);
-  using Line = RecordingLog::Line;
+  using Line = RecordingSystemLog::Line;
   EXPECT_THAT(
       log.lines,
       ElementsAre(Line{"overlay", "layout: box below the row, rows 48, area bottom 0, screen bottom 0"},

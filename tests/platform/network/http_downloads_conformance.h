@@ -2,13 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <optional>
 
 #include "platform/network/http_downloads.h"
 #include "platform/scripted/network/scripted_file_server.h"
+#include "tools/stage/temporary_folder.h"
 
 // What every `HttpDownloads` must do. Instantiate with a default-constructible harness that has
 //   HttpDownloads& downloads();
@@ -17,64 +17,59 @@
 //   // How the next request is answered, which will have these headers.
 //   void serve(const ScriptedFileServer& server, const std::vector<HttpHeader>& headers);
 //   int abandoned();         // transfers whose connection was closed from this side before their end
-//   bool runUntil(std::function<bool()> done);  // lets loop and server run; false when it gave up
+//   void waitFor(std::string what, std::function<bool()> condition);  // lets loop and server run
 namespace nimbletype {
 
 template <typename Harness>
-class HttpDownloadsConformance : public testing::Test {
- protected:
+struct HttpDownloadsConformance : testing::Test, Harness {
   struct Outcome {
     DownloadEnd end;
     std::optional<DownloadHead> head;
   };
 
-  HttpDownloadsConformance() {
-    auto name = (std::filesystem::temp_directory_path() / "nimbletype-XXXXXX").string();
-    folder_ = ::mkdtemp(name.data());
-    file_ = folder_ / "file";
-  }
-  ~HttpDownloadsConformance() override { std::filesystem::remove_all(folder_); }
-
   DownloadRequest request(std::vector<HttpHeader> headers = {}) {
-    return {harness_.address(), std::move(headers), file_, 1'000'000};
+    return {this->address(), std::move(headers), file, 1'000'000};
   }
   HttpDownloads::Handlers handlers(std::optional<std::int64_t> place) {
     return {[place](const DownloadHead&) { return place; },
-            [this](std::int64_t size) { progress_.push_back(size); },
+            [this](std::int64_t size) { progress.push_back(size); },
             [this](const DownloadEnd& end, const auto& head) {
-              outcome_ = Outcome{end, head};
+              ended = Outcome{end, head};
             }};
   }
-  Outcome awaitEnd() {
-    EXPECT_TRUE(harness_.runUntil([&] { return outcome_.has_value(); })) << "the transfer never ended";
-    return std::exchange(outcome_, std::nullopt).value_or(Outcome{});
+  Task start(const DownloadRequest& wanted, std::optional<std::int64_t> place) {
+    ended.reset();
+    return this->downloads().start(wanted, handlers(place));
   }
-  Outcome outcomeOf(const ScriptedFileServer& server, const DownloadRequest& request,
+  Outcome awaitEnd() {
+    this->waitFor("the transfer to end", [&] { return ended.has_value(); });
+    return *std::exchange(ended, std::nullopt);
+  }
+  Outcome outcomeOf(const ScriptedFileServer& served, const DownloadRequest& wanted,
                     std::optional<std::int64_t> place) {
-    harness_.serve(server, request.headers);
-    const Task task = harness_.downloads().start(request, handlers(place));
-    EXPECT_FALSE(outcome_) << "told before the call was over";
+    this->serve(served, wanted.headers);
+    const Task task = start(wanted, place);
+    EXPECT_FALSE(ended) << "told before the call was over";
     return awaitEnd();
   }
-  void awaitSize(std::uintmax_t size) {
-    EXPECT_TRUE(harness_.runUntil([&] {
-      std::error_code error;
-      return std::filesystem::file_size(file_, error) == size;
-    })) << "the file never had "
-        << size << " bytes";
+  // Begins a transfer that stops after so many bytes of 5000.
+  Task startSilent(std::int64_t size) {
+    this->serve({.content = std::string(5000, 'x'), .fallsSilentAfter = size}, {});
+    Task task = start(request(), 0);
+    this->waitFor(std::to_string(size) + " bytes", [&] { return content().size() == std::size_t(size); });
+    return task;
   }
   std::string content() const {
-    std::ifstream file(file_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
   }
-  void fill(const std::string& bytes) const { std::ofstream(file_, std::ios::binary) << bytes; }
+  void fill(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
 
-  std::filesystem::path folder_, file_;
-  std::vector<std::int64_t> progress_;
-  std::optional<Outcome> outcome_;
-  Harness harness_;
+  const TemporaryFolder folder;
+  const std::filesystem::path file = folder.path / "file";
+  std::vector<std::int64_t> progress;
+  std::optional<Outcome> ended;
 };
-
 TYPED_TEST_SUITE_P(HttpDownloadsConformance);
 
 TYPED_TEST_P(HttpDownloadsConformance, TheBodyGoesWhereItIsToldTo) {
@@ -94,15 +89,16 @@ TYPED_TEST_P(HttpDownloadsConformance, TheBodyGoesWhereItIsToldTo) {
                         {"0123456789", "bytes=10-", 416, std::nullopt, turnedAway, "0123456789"},
                         {"short", "", 200, 6, notWritten, "short"}};
   for (const auto& [held, range, status, place, result, content] : cases) {
+    SCOPED_TRACE(held + " " + range);
     this->fill(held);
     const auto headers =
         range.empty() ? std::vector<HttpHeader>() : std::vector<HttpHeader>{{"Range", range}};
     const auto outcome = this->outcomeOf({.content = "0123456789"}, this->request(headers), place);
-    EXPECT_EQ(outcome.end.result, result) << held << range << outcome.end.detail;
-    ASSERT_TRUE(outcome.head) << held << range;
+    EXPECT_EQ(outcome.end.result, result) << outcome.end.detail;
+    ASSERT_TRUE(outcome.head);
     EXPECT_EQ(outcome.head->status, status);
     EXPECT_EQ(headerValue(outcome.head->headers, "etag"), "\"v1\"");
-    EXPECT_EQ(this->content(), content) << held << range;
+    EXPECT_EQ(this->content(), content);
   }
 }
 
@@ -112,34 +108,26 @@ TYPED_TEST_P(HttpDownloadsConformance, ReportsHowLongTheFileIs) {
   const auto outcome = this->outcomeOf({.content = "0123" + rest}, this->request({{"Range", "bytes=4-"}}), 4);
   EXPECT_EQ(outcome.end.result, DownloadEnd::Case::complete);
   EXPECT_EQ(this->content(), "0123" + rest);
-  ASSERT_FALSE(this->progress_.empty());
-  EXPECT_GE(this->progress_.front(), 4);
-  EXPECT_TRUE(std::ranges::is_sorted(this->progress_));
-  EXPECT_EQ(this->progress_.back(), 300'004);
+  ASSERT_FALSE(this->progress.empty());
+  EXPECT_GE(this->progress.front(), 4);
+  EXPECT_TRUE(std::ranges::is_sorted(this->progress));
+  EXPECT_EQ(this->progress.back(), 300'004);
 }
 
 TYPED_TEST_P(HttpDownloadsConformance, EveryEndKeepsWhatCame) {
   using enum DownloadEnd::Case;
-  struct Case {
+  const struct {
     ScriptedFileServer server;
     DownloadEnd::Case result;
     std::size_t kept;
-  };
-  const std::string content(5000, 'x');
-  ScriptedFileServer drops{.content = content}, silent = drops, away = drops, plain = drops;
-  drops.dropsAfter = 2000;
-  silent.fallsSilentAfter = 3000;
-  plain.redirectsTo = "http://127.0.0.1/elsewhere";
-  away.reachable = false;
-  const Case cases[] = {
-      {drops, dropped, 2000},
-      {silent, dropped, 3000},
-      {{.content = std::string(1'000'001, 'x'), .bytesPerTick = 100'000}, tooLong, 1'000'000},
-      {plain, redirectRefused, 0},
-      {away, notConnected, 0}};
-  for (const auto& [server, result, kept] : cases) {
+  } cases[] = {{{.content = std::string(5000, 'x'), .dropsAfter = 2000}, dropped, 2000},
+               {{.content = std::string(5000, 'x'), .fallsSilentAfter = 3000}, dropped, 3000},
+               {{.content = std::string(1'000'001, 'x'), .bytesPerTick = 100'000}, tooLong, 1'000'000},
+               {{.content = "never seen", .redirectsTo = "http://127.0.0.1/elsewhere"}, redirectRefused, 0},
+               {{.reachable = false}, notConnected, 0}};
+  for (const auto& [served, result, kept] : cases) {
     this->fill("");
-    const auto outcome = this->outcomeOf(server, this->request(), 0);
+    const auto outcome = this->outcomeOf(served, this->request(), 0);
     EXPECT_EQ(outcome.end.result, result) << outcome.end.detail;
     EXPECT_EQ(outcome.head.has_value(), kept > 0) << outcome.end.detail;
     EXPECT_EQ(this->content(), std::string(kept, 'x')) << outcome.end.detail;
@@ -148,7 +136,7 @@ TYPED_TEST_P(HttpDownloadsConformance, EveryEndKeepsWhatCame) {
 
 TYPED_TEST_P(HttpDownloadsConformance, WhatCannotBeWrittenIsToldInTheSystemsWords) {
   auto request = this->request();
-  request.file = this->folder_ / "no folder" / "file";
+  request.file = this->folder.path / "no folder" / "file";
   const auto outcome = this->outcomeOf({.content = "0123"}, request, 0);
   EXPECT_EQ(outcome.end.result, DownloadEnd::Case::notWritten);
   EXPECT_EQ(outcome.end.detail, "No such file or directory");
@@ -158,78 +146,56 @@ TYPED_TEST_P(HttpDownloadsConformance, WhatCannotBeWrittenIsToldInTheSystemsWord
 TYPED_TEST_P(HttpDownloadsConformance, TheFileMayBeRemovedBeforeItIsWritten) {
   this->fill("another version");
   auto handlers = this->handlers(0);
-  handlers.place = [file = this->file_](const DownloadHead&) {
-    std::filesystem::remove(file);
-    return 0;
-  };
-  this->harness_.serve({.content = "0123"}, {});
-  const Task task = this->harness_.downloads().start(this->request(), handlers);
+  handlers.place = [file = this->file](const DownloadHead&) { return std::filesystem::remove(file) ? 0 : 1; };
+  this->serve({.content = "0123"}, {});
+  const Task task = this->downloads().start(this->request(), handlers);
   EXPECT_EQ(this->awaitEnd().end.result, DownloadEnd::Case::complete);
   EXPECT_EQ(this->content(), "0123");
 }
 
 TYPED_TEST_P(HttpDownloadsConformance, OneFileTakesOneTransfer) {
-  ScriptedFileServer endless{.content = std::string(5000, 'x')};
-  endless.fallsSilentAfter = 1000;
-  this->harness_.serve(endless, {});
-  bool firstEnded = false;
-  auto handlers = this->handlers(0);
-  handlers.done = [&](const auto&, const auto&) { firstEnded = true; };
-  const Task first = this->harness_.downloads().start(this->request(), handlers);
-  this->awaitSize(1000);
-  const Task second = this->harness_.downloads().start(this->request(), this->handlers(0));
+  const Task first = this->startSilent(1000);
+  const Task second = this->start(this->request(), 0);
   const auto outcome = this->awaitEnd();
   EXPECT_EQ(outcome.end.result, DownloadEnd::Case::notWritten);
   EXPECT_EQ(outcome.end.detail, "another download is under way");
-  EXPECT_FALSE(firstEnded);
   EXPECT_EQ(this->content(), std::string(1000, 'x'));
 }
 
 TYPED_TEST_P(HttpDownloadsConformance, ADestroyedTaskLeavesAFileThatCanBeGoneOnWith) {
+  { const Task task = this->startSilent(3000); }
   const std::string content(5000, 'x');
-  ScriptedFileServer silent{.content = content};
-  silent.fallsSilentAfter = 3000;
-  this->harness_.serve(silent, {});
-  {
-    const Task task = this->harness_.downloads().start(this->request(), this->handlers(0));
-    this->awaitSize(3000);
-  }
   const auto rest = this->outcomeOf({.content = content}, this->request({{"Range", "bytes=3000-"}}), 3000);
   EXPECT_EQ(rest.end.result, DownloadEnd::Case::complete) << rest.end.detail;
   EXPECT_EQ(this->content(), content);
-  EXPECT_TRUE(this->harness_.runUntil([&] { return this->harness_.abandoned() == 1; }))
-      << "the connection stayed open";
+  this->waitFor("the connection to be closed", [&] { return this->abandoned() == 1; });
 }
 
 TYPED_TEST_P(HttpDownloadsConformance, HandlersMayReplaceOrDestroyTheirOwnTask) {
-  this->harness_.serve({.content = "0123"}, {});
+  this->serve({.content = "0123"}, {});
   Task task;
   bool stopped = false;
   auto first = this->handlers(0);
   first.done = [&](const auto&, const auto&) {
-    this->harness_.serve({.content = "0123456789", .bytesPerTick = 4}, {{"Range", "bytes=4-"}});
+    const auto rest = this->request({{"Range", "bytes=4-"}});
+    this->serve({.content = "0123456789", .bytesPerTick = 4}, rest.headers);
     auto second = this->handlers(4);
     second.progress = [&](std::int64_t) {
       task = {};
       stopped = true;
     };
-    task = this->harness_.downloads().start(this->request({{"Range", "bytes=4-"}}), second);
+    task = this->downloads().start(rest, second);
   };
-  task = this->harness_.downloads().start(this->request(), first);
-  EXPECT_TRUE(this->harness_.runUntil([&] { return stopped; }))
-      << "the second transfer never came to anything";
-  EXPECT_FALSE(this->outcome_);
+  task = this->downloads().start(this->request(), first);
+  this->waitFor("the second transfer's progress", [&] { return stopped; });
+  EXPECT_FALSE(this->ended);
 }
 
 TYPED_TEST_P(HttpDownloadsConformance, TheDownloadsMayGoFirst) {
-  ScriptedFileServer silent{.content = std::string(5000, 'x')};
-  silent.fallsSilentAfter = 3000;
-  this->harness_.serve(silent, {});
-  const Task task = this->harness_.downloads().start(this->request(), this->handlers(0));
-  this->awaitSize(3000);
-  this->harness_.dropDownloads();
+  const Task task = this->startSilent(3000);
+  this->dropDownloads();
   EXPECT_EQ(this->content(), std::string(3000, 'x'));
-  EXPECT_FALSE(this->outcome_);
+  EXPECT_FALSE(this->ended);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(HttpDownloadsConformance, TheBodyGoesWhereItIsToldTo, ReportsHowLongTheFileIs,

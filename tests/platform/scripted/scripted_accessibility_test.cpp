@@ -1,19 +1,17 @@
 #include "platform/scripted/accessibility/scripted_accessibility.h"
 
 #include "platform/scripted/desktop/scripted_workspace.h"
-#include "platform/scripted/system/virtual_main_loop.h"
 #include "tests/platform/accessibility/accessibility_conformance.h"
 #include "tests/platform/desktop/workspace_conformance.h"
+#include "tests/platform/scripted/virtual_time.h"
 
 namespace nimbletype::conformance {
 namespace {
 
-constexpr std::int64_t process = 42;
-
 class ScriptedWorld final : public AccessibilityWorld {
  public:
   ScriptedWorld() {
-    const ObjectRef application = ax_.addApplication(process);
+    const ObjectRef application = ax_.addApplication(processID());
     ScriptedElement window;
     window.attributes = {{"AXRole", std::string("AXWindow")}, {"AXTitle", std::string("Untitled")}};
     const ObjectRef windowRef = ax_.addChild(application, window);
@@ -22,19 +20,18 @@ class ScriptedWorld final : public AccessibilityWorld {
     field.textOrigin = {104, 104, 8, 16};
     field.text = text::toUtf16(fieldText);
     field.hasMarkers = true;
-    ax_.focus(process, ax_.addChild(windowRef, field));
+    ax_.focus(processID(), ax_.addChild(windowRef, field));
     ax_.at(application).attributes["AXFocusedWindow"] = windowRef;
   }
   Accessibility& accessibility() override { return ax_; }
-  std::int64_t processID() override { return process; }
+  std::int64_t processID() override { return 42; }
   void waitFor(const std::string& what, const std::function<bool()>& condition) override {
-    loop_.runPosted();
-    ASSERT_TRUE(condition()) << "waited for " << what;
+    time_.waitFor(what, condition);
   }
 
  private:
-  VirtualMainLoop loop_;
-  ScriptedAccessibility ax_{loop_};
+  VirtualTime time_;
+  ScriptedAccessibility ax_{time_.loop};
 };
 
 class ScriptedWorkspaceWorld final : public WorkspaceWorld {
@@ -58,11 +55,9 @@ class ScriptedWorkspaceWorld final : public WorkspaceWorld {
 };
 
 INSTANTIATE_TEST_SUITE_P(Scripted, AccessibilityConformance,
-                         ::testing::Values(AccessibilityWorldFactory{
-                             "scripted", [] { return std::make_unique<ScriptedWorld>(); }}));
+                         testing::Values(&makeAccessibilityWorld<ScriptedWorld>));
 INSTANTIATE_TEST_SUITE_P(Scripted, WorkspaceConformance,
-                         ::testing::Values(WorkspaceWorldFactory{
-                             "scripted", [] { return std::make_unique<ScriptedWorkspaceWorld>(); }}));
+                         testing::Values(&makeWorkspaceWorld<ScriptedWorkspaceWorld>));
 
 }  // namespace
 }  // namespace nimbletype::conformance

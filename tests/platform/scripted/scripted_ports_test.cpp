@@ -1,4 +1,5 @@
 #include "platform/scripted/keys/recording_event_poster.h"
+#include "platform/scripted/keys/scripted_event_tap.h"
 #include "platform/scripted/language/scripted_spell_checker.h"
 #include "platform/scripted/pasteboard/scripted_pasteboard.h"
 #include "platform/scripted/storage/memory_defaults_store.h"
@@ -7,10 +8,11 @@
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/scripted_power_source.h"
-#include "platform/scripted/system/virtual_main_loop.h"
 #include "tests/platform/keys/event_poster_conformance.h"
+#include "tests/platform/keys/event_tap_conformance.h"
 #include "tests/platform/language/spell_checker_conformance.h"
 #include "tests/platform/pasteboard/pasteboard_conformance.h"
+#include "tests/platform/scripted/virtual_time.h"
 #include "tests/platform/storage/defaults_store_conformance.h"
 #include "tests/platform/storage/file_store_conformance.h"
 #include "tests/platform/storage/secret_store_conformance.h"
@@ -22,14 +24,8 @@
 namespace nimbletype {
 namespace {
 
-struct VirtualLoopHarness {
-  MainLoop& loop() { return virtualLoop; }
-  bool runUntil(const std::function<bool()>& done) {
-    // Other threads post in real time, so there must be many turns.
-    for (int turn = 0; turn < 10'000'000 && !done(); ++turn) virtualLoop.advance(Milliseconds(1));
-    return done();
-  }
-  VirtualMainLoop virtualLoop;
+struct VirtualLoopHarness : VirtualTime {
+  MainLoop& mainLoop() { return loop; }
 };
 
 struct MemoryDefaultsHarness {
@@ -44,32 +40,31 @@ struct MemoryFileHarness {
   MemoryFileStore memory;
 };
 
-struct MemorySecretHarness : VirtualLoopHarness {
+struct MemorySecretHarness : VirtualTime {
   SecretStore& store() { return memory; }
   void reopen() {}
   void lock() { memory.locked = true; }
   void vanish() { memory.available = false; }
-  MemorySecretStore memory{virtualLoop};
+  MemorySecretStore memory{loop};
 };
 
-struct ScriptedWorkHarness : VirtualLoopHarness {
+struct ScriptedWorkHarness : VirtualTime {
   BackgroundWork& work() { return scripted; }
-  ScriptedBackgroundWork scripted{virtualLoop};
+  ScriptedBackgroundWork scripted{loop};
 };
 
-struct ScriptedPowerSourceHarness {
+struct ScriptedPowerHarness : VirtualTime {
   PowerSource& power() { return scripted; }
   void setBattery(bool on) { scripted.setBattery(on); }
-  bool runUntil(const std::function<bool()>& done) { return done(); }
   ScriptedPowerSource scripted;
 };
 
-struct ScriptedPermissionSourceHarness {
+struct ScriptedPermissionsHarness {
   PermissionSource& permissions() { return scripted; }
   ScriptedPermissionSource scripted;
 };
 
-struct ScriptedPasteboardHarness : VirtualLoopHarness {
+struct ScriptedPasteboardHarness : VirtualTime {
   using Formats = ScriptedPasteboard::Item;
   Pasteboard& pasteboard() { return scripted; }
   std::string textFormat() { return ScriptedPasteboard::textFormat; }
@@ -79,15 +74,29 @@ struct ScriptedPasteboardHarness : VirtualLoopHarness {
   }
   Formats paste() { return scripted.read().empty() ? Formats{} : scripted.read().front(); }
   void hang(bool hangs) { scripted.ownerTakes = Milliseconds(hangs ? 10'000 : 0); }
-  ScriptedPasteboard scripted{virtualLoop};
+  ScriptedPasteboard scripted{loop};
+};
+
+struct ScriptedTapHarness {
+  EventTap& tap() { return scripted; }
+  Combos press(const Combos& keys) {
+    Combos received;
+    for (const KeyCombo& combo : keys)
+      if (!scripted.press({combo.keyCode, combo.modifiers, {}, false})) received.push_back(combo);
+    return received;
+  }
+  void pointer() { scripted.pointer(); }
+  void postOwn(const KeyCombo& combo) { scripted.ownPress({combo.keyCode, combo.modifiers, {}, false}); }
+  void settle(const Combos&, const Combos&) {}
+  ScriptedEventTap scripted;
 };
 
 struct ScriptedSpellCheckerHarness {
-  SpellChecker& checker() { return scripted; }
-  void runUntil(const std::function<bool()>& done) { EXPECT_TRUE(done()); }
   ScriptedSpellCheckerHarness() {
     scripted.words = {{"recieve", "receive"}, {"doesnt", "doesn't"}, {"xqzvkjw", std::nullopt}};
   }
+  SpellChecker& checker() { return scripted; }
+  void runUntil(const std::function<bool()>& done) { EXPECT_TRUE(done()); }
   ScriptedSpellChecker scripted;
 };
 
@@ -110,11 +119,12 @@ struct RecordingPosterHarness {
 INSTANTIATE_TYPED_TEST_SUITE_P(Virtual, MainLoopConformance, VirtualLoopHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DefaultsStoreConformance, MemoryDefaultsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileStoreConformance, MemoryFileHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerSourceHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionSourceHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, EventTapConformance, ScriptedTapHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, SpellCheckerConformance, ScriptedSpellCheckerHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Recording, EventPosterConformance, RecordingPosterHarness);
 

@@ -12,42 +12,38 @@
 namespace nimbletype {
 
 template <typename Harness>
-class DefaultsStoreConformance : public testing::Test {
- protected:
-  DefaultsStore& store() { return harness_.store(); }
-
-  Harness harness_;
-};
-
+struct DefaultsStoreConformance : testing::Test, Harness {};
 TYPED_TEST_SUITE_P(DefaultsStoreConformance);
 
 TYPED_TEST_P(DefaultsStoreConformance, KeepsEveryValueWithItsType) {
-  const std::vector<DefaultsValue> values{
-      true,
-      false,
-      std::int64_t{0},
-      std::int64_t{1},
-      std::numeric_limits<std::int64_t>::min(),
-      std::numeric_limits<std::int64_t>::max(),
-      0.0,
-      1.0,
-      -2.5,
-      0.1,
-      1e300,
-      9007199254740993.0,
-      std::string(),
-      std::string("true"),
-      std::string("two\nlines \"quoted\" naïve 👍"),
-      std::string(R"({"data":"x"})"),
-      DataValue{},
-      DataValue{R"({"keyCode":48,"modifiers":0})"},
-      DataValue{std::string("\0\xFF\x80", 3)},
-  };
+  using Limits = std::numeric_limits<std::int64_t>;
+  const std::vector<DefaultsValue> values{true,
+                                          false,
+                                          std::int64_t{0},
+                                          std::int64_t{1},
+                                          Limits::min(),
+                                          Limits::max(),
+                                          0.0,
+                                          1.0,
+                                          -2.5,
+                                          0.1,
+                                          1e300,
+                                          9007199254740993.0,
+                                          std::string(),
+                                          std::string("true"),
+                                          std::string("two\nlines \"quoted\" naïve 👍"),
+                                          std::string(R"({"data":"x"})"),
+                                          DataValue{},
+                                          DataValue{R"({"keyCode":48,"modifiers":0})"},
+                                          DataValue{std::string("\0\xFF\x80", 3)}};
   const auto key = [](std::size_t i) { return "key" + std::to_string(i); };
+  const auto expectAll = [&] {
+    for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(this->store().get(key(i)), values[i]) << i;
+  };
   for (std::size_t i = 0; i < values.size(); ++i) this->store().set(key(i), values[i]);
-  for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(this->store().get(key(i)), values[i]) << i;
-  this->harness_.reopen();
-  for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(this->store().get(key(i)), values[i]) << i;
+  expectAll();
+  this->reopen();
+  expectAll();
 }
 
 TYPED_TEST_P(DefaultsStoreConformance, SetsReplacesAndRemoves) {
@@ -60,7 +56,7 @@ TYPED_TEST_P(DefaultsStoreConformance, SetsReplacesAndRemoves) {
   EXPECT_EQ(this->store().get("a"), DefaultsValue(std::string("text")));
   this->store().remove("a");
   this->store().remove("never there");
-  this->harness_.reopen();
+  this->reopen();
   EXPECT_EQ(this->store().get("a"), std::nullopt);
   EXPECT_THAT(this->store().keys(), testing::ElementsAre("ab"));
 }

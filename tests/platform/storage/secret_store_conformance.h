@@ -3,59 +3,50 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/storage/secret_store.h"
+#include "tests/platform/system/task_lifetimes.h"
 
 // What every `SecretStore` must do. Instantiate with a default-constructible harness that has
 //   SecretStore& store();
-//   bool runUntil(std::function<bool()> done);  // lets the main loop run; false when it gave up
+//   void waitFor(std::string what, std::function<bool()> condition);  // lets the main loop run
 //   void reopen();  // as if the application had been quit and started again
 //   void lock();    // the store, which then still answers
 //   void vanish();  // nobody keeps secrets any more
 namespace nimbletype {
 
 template <typename Harness>
-class SecretStoreConformance : public testing::Test {
- protected:
+struct SecretStoreConformance : testing::Test, Harness {
   using Found = std::expected<std::optional<std::string>, SecretFailure>;
   using Changed = std::expected<void, SecretFailure>;
 
-  SecretStore& store() { return harness_.store(); }
-
   Found read(const std::string& account) {
-    return await<Found>([&](auto done) { return store().read(account, done); });
+    return await<Found>([&](auto done) { return this->store().read(account, done); });
   }
   Changed write(const std::string& account, const std::string& secret) {
-    return await<Changed>([&](auto done) { return store().write(account, secret, done); });
+    return await<Changed>([&](auto done) { return this->store().write(account, secret, done); });
   }
   Changed remove(const std::string& account) {
-    return await<Changed>([&](auto done) { return store().remove(account, done); });
+    return await<Changed>([&](auto done) { return this->store().remove(account, done); });
   }
-
-  Harness harness_;
-
- private:
   template <typename Answer, typename Start>
   Answer await(Start start) {
     std::optional<Answer> answer;
     const Task task = start([&](Answer given) { answer = std::move(given); });
     EXPECT_FALSE(answer.has_value()) << "answered before a later turn";
-    EXPECT_TRUE(harness_.runUntil([&] { return answer.has_value(); })) << "never answered";
-    return answer ? *answer : std::unexpected(SecretFailure::unavailable);
+    this->waitFor("an answer", [&] { return answer.has_value(); });
+    return answer.value();
   }
 };
-
 TYPED_TEST_SUITE_P(SecretStoreConformance);
 
 TYPED_TEST_P(SecretStoreConformance, KeepsBytesUntilTheyAreRemoved) {
   EXPECT_EQ(this->read("a"), std::nullopt);
-  const std::vector<std::string> secrets{"plain", "naïve 👍", std::string("\0\xFF\r\n", 4), "",
-                                         std::string(10'000, 'x')};
-  for (const auto& secret : secrets) {
+  for (const auto& secret : {std::string("plain"), std::string("naïve 👍"), std::string("\0\xFF\r\n", 4),
+                             std::string(), std::string(10'000, 'x')}) {
     EXPECT_TRUE(this->write("a", secret));
     EXPECT_EQ(this->read("a"), secret);
-    this->harness_.reopen();
+    this->reopen();
     EXPECT_EQ(this->read("a"), secret);
     EXPECT_EQ(this->read("ab"), std::nullopt);
   }
@@ -68,7 +59,7 @@ TYPED_TEST_P(SecretStoreConformance, KeepsBytesUntilTheyAreRemoved) {
 
 TYPED_TEST_P(SecretStoreConformance, LockedIsNotAbsent) {
   EXPECT_TRUE(this->write("a", "secret"));
-  this->harness_.lock();
+  this->lock();
   EXPECT_EQ(this->read("a"), std::unexpected(SecretFailure::locked));
   EXPECT_EQ(this->read("b"), std::nullopt);
   EXPECT_EQ(this->write("a", "new"), std::unexpected(SecretFailure::locked));
@@ -77,31 +68,20 @@ TYPED_TEST_P(SecretStoreConformance, LockedIsNotAbsent) {
 }
 
 TYPED_TEST_P(SecretStoreConformance, UnavailableIsNotAbsent) {
-  this->harness_.vanish();
+  this->vanish();
   EXPECT_EQ(this->read("a"), std::unexpected(SecretFailure::unavailable));
   EXPECT_EQ(this->write("a", "secret"), std::unexpected(SecretFailure::unavailable));
   EXPECT_EQ(this->remove("a"), std::unexpected(SecretFailure::unavailable));
 }
 
-TYPED_TEST_P(SecretStoreConformance, DestroyedTasksAreNeverAnswered) {
-  bool answered = false;
-  {
-    const Task dropped = this->store().read("a", [&](const auto&) { answered = true; });
-  }
-  {
-    const Task dropped = this->store().write("b", "x", [&](const auto&) { answered = true; });
-  }
-  EXPECT_EQ(this->read("c"), std::nullopt);
-  EXPECT_FALSE(answered);
-  Task own;
-  own = this->store().read("a", [&](const auto&) {
-    own = {};
-    answered = true;
-  });
-  EXPECT_TRUE(this->harness_.runUntil([&] { return answered; })) << "never answered";
+TYPED_TEST_P(SecretStoreConformance, OnlyTasksThatAreKeptAreAnswered) {
+  const auto waitFor = [&](auto... wait) { this->waitFor(wait...); };
+  const auto telling = [](auto done) { return [done](const auto&) { done(); }; };
+  expectTaskLifetimes([&](auto done) { return this->store().read("a", telling(done)); }, waitFor);
+  expectTaskLifetimes([&](auto done) { return this->store().write("b", "x", telling(done)); }, waitFor);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(SecretStoreConformance, KeepsBytesUntilTheyAreRemoved, LockedIsNotAbsent,
-                            UnavailableIsNotAbsent, DestroyedTasksAreNeverAnswered);
+                            UnavailableIsNotAbsent, OnlyTasksThatAreKeptAreAnswered);
 
 }  // namespace nimbletype

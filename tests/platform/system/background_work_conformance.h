@@ -5,20 +5,15 @@
 #include <vector>
 
 #include "platform/system/background_work.h"
+#include "tests/platform/system/task_lifetimes.h"
 
 // What every `BackgroundWork` must do. Instantiate with a default-constructible harness that has
 //   BackgroundWork& work();
-//   bool runUntil(std::function<bool()> done);  // lets the main loop run; false when it gave up
+//   void waitFor(std::string what, std::function<bool()> condition);  // lets the main loop run
 namespace nimbletype {
 
 template <typename Harness>
-class BackgroundWorkConformance : public testing::Test {
- protected:
-  BackgroundWork& work() { return harness_.work(); }
-
-  Harness harness_;
-};
-
+struct BackgroundWorkConformance : testing::Test, Harness {};
 TYPED_TEST_SUITE_P(BackgroundWorkConformance);
 
 TYPED_TEST_P(BackgroundWorkConformance, DoneFollowsTheWork) {
@@ -30,46 +25,28 @@ TYPED_TEST_P(BackgroundWorkConformance, DoneFollowsTheWork) {
                                      [&seen, result] { seen.push_back(*result); }));
   }
   EXPECT_TRUE(seen.empty());
-  EXPECT_TRUE(this->harness_.runUntil([&] { return seen.size() == 3; })) << "not all work was done";
+  this->waitFor("all work to be done", [&] { return seen.size() == 3; });
   EXPECT_THAT(seen, testing::UnorderedElementsAre(1, 2, 3));
 }
 
 TYPED_TEST_P(BackgroundWorkConformance, NothingHappensOnceTheTaskIsGone) {
   const auto running = std::make_shared<std::atomic<bool>>(false);
   bool called = false;
+  const auto untilCancelled = [running](const std::atomic<bool>& cancelled) {
+    *running = true;
+    while (!cancelled) {
+    }
+    *running = false;
+  };
   {
-    const Task task = this->work().run(
-        [running](const std::atomic<bool>& cancelled) {
-          *running = true;
-          while (!cancelled) {
-          }
-          *running = false;
-        },
-        [&] { called = true; });
+    const Task task = this->work().run(untilCancelled, [&] { called = true; });
   }
   EXPECT_FALSE(*running) << "the task did not wait for its work";
-  bool last = false;
-  const Task task = this->work().run([](const auto&) {}, [&] { last = true; });
-  EXPECT_TRUE(this->harness_.runUntil([&] { return last; })) << "the next work was never done";
+  expectTaskLifetimes([&](auto done) { return this->work().run([](const auto&) {}, done); },
+                      [&](auto... wait) { this->waitFor(wait...); });
   EXPECT_FALSE(called);
 }
 
-TYPED_TEST_P(BackgroundWorkConformance, DoneMayDropOrReplaceItsTask) {
-  std::vector<int> seen;
-  Task task;
-  task = this->work().run([](const auto&) {},
-                          [&] {
-                            task = this->work().run([](const auto&) {},
-                                                    [&] {
-                                                      task = {};
-                                                      seen.push_back(2);
-                                                    });
-                            seen.push_back(1);
-                          });
-  EXPECT_TRUE(this->harness_.runUntil([&] { return seen.size() == 2; })) << "not all work was done";
-}
-
-REGISTER_TYPED_TEST_SUITE_P(BackgroundWorkConformance, DoneFollowsTheWork, NothingHappensOnceTheTaskIsGone,
-                            DoneMayDropOrReplaceItsTask);
+REGISTER_TYPED_TEST_SUITE_P(BackgroundWorkConformance, DoneFollowsTheWork, NothingHappensOnceTheTaskIsGone);
 
 }  // namespace nimbletype

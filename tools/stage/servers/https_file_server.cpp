@@ -108,9 +108,7 @@ void fillIn(std::string& text, const std::string& word, const std::string& value
 
 HttpsFileServer::HttpsFileServer(const std::filesystem::path& folder)
     : port_(freePort()), plainPort_(freePort()) {
-  auto name = (std::filesystem::temp_directory_path() / "nimbletype-https-XXXXXX").string();
-  private_ = ::mkdtemp(name.data());
-  if (!succeeds({"sh", "-c", makeCertificates, "sh", private_.c_str()}))
+  if (!succeeds({"sh", "-c", makeCertificates, "sh", private_.path.c_str()}))
     throw std::runtime_error("openssl made no certificate");
   writeConfiguration(folder);
   start();
@@ -118,17 +116,15 @@ HttpsFileServer::HttpsFileServer(const std::filesystem::path& folder)
 
 HttpsFileServer::~HttpsFileServer() {
   stop();
-  std::error_code error;
-  std::filesystem::remove_all(private_, error);
 }
 
 void HttpsFileServer::writeConfiguration(const std::filesystem::path& folder) const {
   std::string text = configuration;
-  fillIn(text, "PRIVATE", private_.string());
+  fillIn(text, "PRIVATE", private_.path.string());
   fillIn(text, "FOLDER", folder.string());
   fillIn(text, "SECURE_PORT", std::to_string(port_));
   fillIn(text, "PLAIN_PORT", std::to_string(plainPort_));
-  std::ofstream(private_ / "nginx.conf") << text;
+  std::ofstream(private_.path / "nginx.conf") << text;
 }
 
 std::string HttpsFileServer::url(const std::string& path) const {
@@ -140,10 +136,10 @@ std::string HttpsFileServer::plainUrl(const std::string& path) const {
 }
 
 void HttpsFileServer::start() {
-  const auto file = private_ / "nginx.conf", errors = private_ / "error.log";
+  const auto file = private_.path / "nginx.conf", errors = private_.path / "error.log";
   // It must not outlive a test that crashed.
-  server_ = spawn({"setpriv", "--pdeathsig", "KILL", "nginx", "-p", private_.c_str(), "-e", errors.c_str(),
-                   "-c", file.c_str()});
+  server_ = spawn({"setpriv", "--pdeathsig", "KILL", "nginx", "-p", private_.path.c_str(), "-e",
+                   errors.c_str(), "-c", file.c_str()});
   for (int tries = 0; tries < 2000; ++tries) {
     if (listens(port_)) return;
     if (::waitpid(server_, nullptr, WNOHANG) != 0) break;
@@ -161,7 +157,7 @@ void HttpsFileServer::stop() {
 
 std::vector<std::string> HttpsFileServer::log() const {
   std::vector<std::string> lines;
-  std::ifstream file(private_ / "access.log");
+  std::ifstream file(private_.path / "access.log");
   for (std::string line; std::getline(file, line);) lines.push_back(line);
   return lines;
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/stage/temporary_folder.h"
+
 namespace nimbletype {
 
 // nginx over HTTPS on 127.0.0.1, serving one folder, with a certificate for "127.0.0.1" and "localhost" that
@@ -32,7 +34,7 @@ class HttpsFileServer {
   std::string url(const std::string& path) const;
   std::string plainUrl(const std::string& path) const;
   // The certificate to trust, a PEM file.
-  std::filesystem::path authority() const { return private_ / "authority.pem"; }
+  std::filesystem::path authority() const { return private_.path / "authority.pem"; }
 
   // Drops every connection at once. Until `start` nobody listens at the address, which stays the same.
   void stop();
@@ -45,7 +47,7 @@ class HttpsFileServer {
  private:
   void writeConfiguration(const std::filesystem::path& folder) const;
 
-  std::filesystem::path private_;  // certificates, configuration, logs
+  TemporaryFolder private_;  // certificates, configuration, logs
   std::uint16_t port_ = 0, plainPort_ = 0;
   pid_t server_ = -1;
 };

@@ -19,12 +19,6 @@ namespace {
 
 constexpr auto patience = std::chrono::seconds(60);
 
-std::filesystem::path makeFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "llama-server-XXXXXX").string();
-  if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder for llama-server");
-  return pattern;
-}
-
 // In the child: becomes the server, which ends with its parent.
 [[noreturn]] void become(std::vector<char*>& arguments, const char* log) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -47,8 +41,7 @@ std::string listeningAddress(const std::string& log) {
 }  // namespace
 
 LlamaServer::LlamaServer(const std::string& program, const std::string& model,
-                         const std::vector<std::string>& arguments)
-    : folder_(makeFolder()) {
+                         const std::vector<std::string>& arguments) {
   std::vector<std::string> all{"-m", model, "--host", "127.0.0.1", "--port",       "0",   "-np",
                                "1",  "-t",  "1",      "--offline", "--log-colors", "off", "--no-webui"};
   all.insert(all.end(), arguments.begin(), arguments.end());
@@ -76,7 +69,7 @@ void LlamaServer::start(const std::string& program, std::vector<std::string> arg
   std::vector<char*> pointers;
   for (auto& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  const auto log = (folder_ / "log").string();
+  const auto log = (folder_.path / "log").string();
   process_ = fork();
   if (process_ == 0) become(pointers, log.c_str());
 }
@@ -86,13 +79,11 @@ void LlamaServer::stop() {
     kill(process_, SIGKILL);
     waitpid(process_, nullptr, 0);
   }
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 std::string LlamaServer::log() const {
   std::ostringstream text;
-  text << std::ifstream(folder_ / "log").rdbuf();
+  text << std::ifstream(folder_.path / "log").rdbuf();
   return text.str();
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 #include <sys/types.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
+
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 
@@ -27,7 +28,7 @@ class LlamaServer {
   void start(const std::string& program, std::vector<std::string> arguments);
   void stop();
 
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
   pid_t process_ = -1;
   std::string address_;
 };

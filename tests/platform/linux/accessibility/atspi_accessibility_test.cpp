@@ -9,14 +9,13 @@
 namespace nimbletype::conformance {
 namespace {
 
-class EditorWorld final : public AccessibilityWorld {
+class EditorWorld : public AccessibilityWorld {
  public:
-  explicit EditorWorld(const std::string& program, const std::string& content = fieldText)
-      : editor_(program, content) {}
+  explicit EditorWorld(const char* program) : editor_(program, fieldText) {}
   Accessibility& accessibility() override { return ax_; }
   std::int64_t processID() override { return editor_.processID(); }
   void waitFor(const std::string& what, const std::function<bool()>& condition) override {
-    waitUntil(what, condition);
+    nimbletype::waitFor(what, condition);
   }
 
  private:
@@ -24,28 +23,28 @@ class EditorWorld final : public AccessibilityWorld {
   AtspiAccessibility ax_;
 };
 
-AccessibilityWorldFactory world(const std::string& program) {
-  return {program, [program] { return std::make_unique<EditorWorld>(program); }};
-}
-
-INSTANTIATE_TEST_SUITE_P(Gtk, AccessibilityConformance, ::testing::Values(world("mousepad")));
-INSTANTIATE_TEST_SUITE_P(Qt, AccessibilityConformance, ::testing::Values(world("featherpad")));
+struct Mousepad : EditorWorld {
+  Mousepad() : EditorWorld("mousepad") {}
+};
+struct Featherpad : EditorWorld {
+  Featherpad() : EditorWorld("featherpad") {}
+};
+INSTANTIATE_TEST_SUITE_P(Gtk, AccessibilityConformance, testing::Values(&makeAccessibilityWorld<Mousepad>));
+INSTANTIATE_TEST_SUITE_P(Qt, AccessibilityConformance, testing::Values(&makeAccessibilityWorld<Featherpad>));
 
 // A stopped application answers nothing, holds up nothing else, and is read again once it goes on.
 TEST(AtspiAccessibility, LeavesAHungApplicationAlone) {
-  EditorWorld world("mousepad", "text");
+  Mousepad world;
   Accessibility& ax = world.accessibility();
   const std::vector<AttributeRead> reads{{"AXRole", {}}, {"AXSelectedTextRange", {}}, {"AXFrame", {}}};
-  ObjectRef field;
-  world.waitFor("a focused element", [&] {
-    const AttributeRead focus{"AXFocusedUIElement", {}};
-    const ObjectRef application = ax.application(world.processID());
-    const auto found = ax.read(application, std::span(&focus, 1)).at(0);
-    field = std::holds_alternative<ObjectRef>(found) ? std::get<ObjectRef>(found) : nullptr;
-    return field != nullptr;
+  const AttributeRead focus{"AXFocusedUIElement", {}};
+  AttributeValue field;
+  waitFor("a focused element", [&] {
+    field = ax.read(ax.application(world.processID()), std::span(&focus, 1)).at(0);
+    return std::holds_alternative<ObjectRef>(field);
   });
-  ASSERT_TRUE(field);
-
+  const auto element = std::get<ObjectRef>(field);
+  const auto process = static_cast<pid_t>(world.processID());
   bool reentered = false;
   const guint idle = g_idle_add(
       [](gpointer flag) -> gboolean {
@@ -53,26 +52,25 @@ TEST(AtspiAccessibility, LeavesAHungApplicationAlone) {
         return G_SOURCE_CONTINUE;
       },
       &reentered);
-  ASSERT_EQ(kill(static_cast<pid_t>(world.processID()), SIGSTOP), 0);
-  const auto whileStopped = ax.read(field, reads);
-  EXPECT_FALSE(ax.write(field, "AXSelectedText", std::string("x")));
-  ASSERT_EQ(kill(static_cast<pid_t>(world.processID()), SIGCONT), 0);
+  ASSERT_EQ(kill(process, SIGSTOP), 0);
+  const auto whileStopped = ax.read(element, reads);
+  EXPECT_FALSE(ax.write(element, "AXSelectedText", std::string("x")));
+  ASSERT_EQ(kill(process, SIGCONT), 0);
   EXPECT_FALSE(reentered);
   g_source_remove(idle);
   EXPECT_EQ(whileStopped, std::vector<AttributeValue>(reads.size()));
-  world.waitFor("the application answering again",
-                [&] { return ax.read(field, reads).at(0) == AttributeValue(std::string("AXTextArea")); });
+  waitFor("the application answering again",
+          [&] { return ax.read(element, reads).at(0) == AttributeValue(std::string("AXTextArea")); });
 }
 
 TEST(AtspiAccessibility, KnowsNothingOfAnElementThatIsGone) {
   auto editor = std::make_unique<OpenEditor>("mousepad", "text");
   AtspiAccessibility ax;
   ObjectRef application;
-  waitUntil("the application",
-            [&] { return (application = ax.application(editor->processID())) != nullptr; });
   const auto process = editor->processID();
+  waitFor("the application", [&] { return (application = ax.application(process)) != nullptr; });
   editor.reset();
-  waitUntil("the application's end", [&] { return ax.application(process) == nullptr; });
+  waitFor("the application's end", [&] { return ax.application(process) == nullptr; });
   const std::vector<AttributeRead> reads{{"AXRole", {}}, {"AXFocusedUIElement", {}}, {"AXFocusedWindow", {}}};
   EXPECT_EQ(ax.read(application, reads), std::vector<AttributeValue>(reads.size()));
   EXPECT_FALSE(ax.observe(process, [](std::string_view, const ObjectRef&) {}));

@@ -21,25 +21,21 @@ using ::testing::HasSubstr;
 
 const std::string notes = "The train leaves at nine.\nSeats are booked for everybody.\n";
 
-class DesktopContext : public testing::Test {
- protected:
+struct DesktopContext : testing::Test {
   std::unique_ptr<OpenEditor> open(const std::string& program, const std::string& content) {
     auto editor = std::make_unique<OpenEditor>(program, content);
-    waitUntil(program + " in front", [&] {
-      const auto app = workspace().frontmost();
+    if (!workspace) workspace = std::make_unique<X11Workspace>();
+    waitFor(program + " in front", [&] {
+      const auto app = workspace->frontmost();
       return app && app->processID == editor->processID();
     });
     return editor;
   }
-  Workspace& workspace() {
-    if (!workspace_) workspace_ = std::make_unique<X11Workspace>();
-    return *workspace_;
-  }
 
-  int argumentCount_ = 0;
-  QCoreApplication application_{argumentCount_, nullptr};
-  QtMainLoop loop_;
-  std::unique_ptr<X11Workspace> workspace_;
+  int noArguments = 0;
+  QCoreApplication application{noArguments, nullptr};
+  QtMainLoop loop;
+  std::unique_ptr<X11Workspace> workspace;
 };
 
 // From one real window to another, as a user goes.
@@ -48,29 +44,26 @@ TEST_F(DesktopContext, KeepsTheTextOfAWindowThatWasLookedAt) {
   AtspiAccessibility ax;
   ScriptedScreens screens;
   ScriptedSecureInput secureInput;
-  ScriptedScreenReader picture(loop_);
+  ScriptedScreenReader picture(loop);
   MemoryDefaultsStore store;
   Preferences prefs(store);
-  ContextCollector collector({loop_, ax, workspace(), screens, secureInput, picture, nullptr}, prefs, {},
+  ContextCollector collector({loop, ax, *workspace, screens, secureInput, picture, nullptr}, prefs, {},
                              [](const RunningApp&) { return true; });
   const auto recent = [&] {
     collector.focusMoved();
-    FieldSnapshot snapshot;
-    const auto done = loop_.now() + Milliseconds(300);
-    runUntil([&] { return loop_.now() >= done; });
-    return collector.gather(snapshot).recentText;
+    rest(Milliseconds(300));
+    return collector.gather({}).recentText;
   };
   // The first window is read while it is in front, whenever its application is ready.
-  std::unique_ptr<OpenEditor> second;
   recent();
   recent();
-  second = open("mousepad", "Dear Anna");
-  waitUntil("the text of the first window", [&] { return !recent().empty(); });
+  const auto second = open("mousepad", "Dear Anna");
+  waitFor("the text of the first window", [&] { return !recent().empty(); });
   EXPECT_THAT(recent(), HasSubstr("The train leaves at nine.\nSeats are booked for everybody."));
 }
 
 TEST_F(DesktopContext, ReadsAPictureOfAWindow) {
-  LinuxBackgroundWork work(loop_);
+  LinuxBackgroundWork work(loop);
   if (!TesseractScreenReader(work).isPermitted()) GTEST_SKIP() << "tesseract is not installed";
   const auto editor = open("mousepad", notes);
   TesseractScreenReader reader(work);
@@ -78,8 +71,8 @@ TEST_F(DesktopContext, ReadsAPictureOfAWindow) {
   Task reading;
   bool isReading = false;
   // The window may not be painted yet.
-  waitUntil("the text in the picture", [&] {
-    const auto windows = workspace().windows();
+  waitFor("the text in the picture", [&] {
+    const auto windows = workspace->windows();
     if (!isReading && !windows.empty()) {
       isReading = true;
       reading = reader.read(windows.front(), [&](std::vector<PlacedText> lines) {

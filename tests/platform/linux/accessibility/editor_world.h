@@ -1,12 +1,11 @@
 #pragma once
-#include <gtest/gtest.h>
-
 #include <fstream>
 #include <memory>
 #include <string>
 
 #include "platform/linux/accessibility/atspi_accessibility.h"
 #include "tools/stage/desktop_session.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 
@@ -26,9 +25,5 @@ class OpenEditor {
  private:
   std::unique_ptr<DesktopProgram> program_;
 };
-
-inline void waitUntil(const std::string& what, const std::function<bool()>& condition) {
-  ASSERT_TRUE(runUntil(condition)) << "waited half a minute for " << what;
-}
 
 }  // namespace nimbletype

@@ -31,7 +31,7 @@ class WindowsWorld final : public WorkspaceWorld {
   Workspace& workspace() override { return *workspace_; }
   RunningApp app(int index) override {
     if (index == 0) return {getpid(), "org.xfce.mousepad", "Mousepad", {}, false, true};
-    return {getpid(), "linux_accessibility_test", "Home-made", {}, false, true};
+    return {getpid(), "linux_accessibility_tests", "Home-made", {}, false, true};
   }
 
   void bringToFront(int index) override {
@@ -47,7 +47,7 @@ class WindowsWorld final : public WorkspaceWorld {
     xcb_flush(connection_.get());
   }
   void waitFor(const std::string& what, const std::function<bool()>& condition) override {
-    waitUntil(what, condition);
+    nimbletype::waitFor(what, condition);
   }
 
  private:
@@ -79,9 +79,7 @@ class WindowsWorld final : public WorkspaceWorld {
   std::unique_ptr<X11Workspace> workspace_;
 };
 
-INSTANTIATE_TEST_SUITE_P(X11, WorkspaceConformance,
-                         ::testing::Values(WorkspaceWorldFactory{
-                             "openbox", [] { return std::make_unique<WindowsWorld>(); }}));
+INSTANTIATE_TEST_SUITE_P(X11, WorkspaceConformance, testing::Values(&makeWorkspaceWorld<WindowsWorld>));
 
 }  // namespace
 }  // namespace nimbletype::conformance

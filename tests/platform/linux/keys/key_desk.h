@@ -1,7 +1,6 @@
 #pragma once
 #include <QCoreApplication>
 #include <functional>
-#include <memory>
 
 #include "platform/qt/system/qt_main_loop.h"
 #include "tests/platform/linux/keys/key_window.h"
@@ -12,17 +11,17 @@ namespace nimbletype {
 
 // A display with one focused application and a user, and the main loop of this process.
 struct KeyDesk {
-  KeyDesk();
-  ~KeyDesk();
-
-  // Runs the main loop until the condition holds; a test failure that says what it waited for when it does
-  // not within 10 s.
-  bool waitUntil(const std::string& what, const std::function<bool()>& condition);
+  // Lets the application there take its keys and runs the main loop here until the condition holds.
+  void waitUntil(const std::string& what, const std::function<bool()>& condition);
   // Presses a key nobody takes and waits until the application has it: all before it has arrived then, too.
   void letKeysArrive();
+  // The user presses these keys one after the other; answers which of them the application received.
+  std::vector<KeyCombo> received(const std::vector<KeyCombo>& pressed);
+  void waitForGrab(const KeyCombo& combo, bool grabbed = true);
 
   PrivateDisplay display;
-  std::unique_ptr<QCoreApplication> application;
+  int noArguments = 0;
+  QCoreApplication application{noArguments, nullptr};
   QtMainLoop loop;
   KeyWindow window{display.name()};
   UserKeyboard user{display.name()};

@@ -31,8 +31,8 @@ KeyWindow::KeyWindow(const std::string& display) : connection_(connectToDisplay(
   if (!connection_) throw std::runtime_error("cannot connect to " + display);
   modifiers_ = X11Modifiers::read(connection_.get());
   window_ = xcb_generate_id(connection_.get());
-  const std::uint32_t values[] = {1, XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
-                                         XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_EXPOSURE};
+  const std::uint32_t values[] = {
+      1, XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_EXPOSURE};
   xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, rootWindow(connection_.get()), 0, 0,
                     200, 100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                     XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
@@ -57,7 +57,6 @@ void KeyWindow::read() {
   while (const XcbEvent event{xcb_poll_for_event(connection_.get())}) {
     const int type = event->response_type & 0x7f;
     if (type == XCB_KEY_PRESS) onKey(reinterpret_cast<const xcb_key_press_event_t&>(*event));
-    if (type == XCB_KEY_RELEASE) ++releases;
     if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) {
       // Grabs announce themselves this way too; applications know those from a real loss of the focus.
       const auto mode = reinterpret_cast<const xcb_focus_in_event_t&>(*event).mode;
@@ -70,7 +69,6 @@ void KeyWindow::onKey(const xcb_key_press_event_t& press) {
   const xcb_keysym_t symbol = symbolOf(connection_.get(), press.detail, press.state);
   if (isModifierKey(symbol)) return;
   keys.push_back({productKeyCode(press.detail), modifiers_.modifierSet(press.state)});
-  times.push_back(press.time);
   char utf8[16] = {};
   if (symbol == XKB_KEY_BackSpace)
     text.resize(text.size() - text::lastCharacter(text).size());

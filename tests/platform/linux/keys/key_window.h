@@ -22,12 +22,10 @@ class KeyWindow {
   void takeFocus();
   // Gives the key another meaning, for the whole display.
   void nameKey(std::uint16_t keyCode, xcb_keysym_t symbol);
-  int descriptor() const { return xcb_get_file_descriptor(connection_.get()); }
 
   std::vector<KeyCombo> keys;  // without the presses of modifier keys
-  std::vector<xcb_timestamp_t> times;
   std::string text;
-  int focusChanges = 0, releases = 0;
+  int focusChanges = 0;
 
  private:
   bool isGrabbed(xcb_window_t window, const KeyCombo& combo);

@@ -10,6 +10,8 @@
 namespace nimbletype {
 namespace {
 
+using testing::ElementsAre;
+
 struct XcbEventPosterTest : testing::Test {
   void type(std::string_view text) {
     ASSERT_TRUE(poster.begin());
@@ -76,7 +78,7 @@ TEST_F(XcbEventPosterTest, TypesTheSameWhateverTheUserHolds) {
     desk.user.release({held});
     desk.user.press(0);
     desk.letKeysArrive();
-    EXPECT_THAT(desk.window.keys, testing::ElementsAre(KeyCombo{0, {held}}, KeyCombo{0, {}}));
+    EXPECT_THAT(desk.window.keys, ElementsAre(KeyCombo{0, {held}}, KeyCombo{0, {}}));
     desk.window.text.clear();
   }
 }
@@ -98,7 +100,7 @@ TEST_F(XcbEventPosterTest, PressesControlForCommand) {
   poster.press(key::v, {ModifierSet::command});
   poster.end();
   desk.letKeysArrive();
-  EXPECT_THAT(desk.window.keys, testing::ElementsAre(KeyCombo{key::v, {ModifierSet::control}}));
+  EXPECT_THAT(desk.window.keys, ElementsAre(KeyCombo{key::v, {ModifierSet::control}}));
 }
 
 struct XcbPosterHarness {

@@ -1,34 +1,31 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <filesystem>
+#include <QCoreApplication>
 #include <fstream>
-#include <thread>
 
 #include "platform/linux/language/hunspell_dictionary.h"
 #include "platform/linux/language/hunspell_spell_checker.h"
 #include "platform/linux/language/sure_correction.h"
+#include "platform/qt/system/qt_main_loop.h"
 #include "tests/platform/language/spell_checker_conformance.h"
-#include "tools/stage/waiting_main_loop.h"
+#include "tools/stage/temporary_folder.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
 
 TEST(HunspellDictionary, IsChosenByLanguage) {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::path(testing::TempDir()) / "dictionaries";
-  fs::create_directories(folder);
-  for (const char* name : {"en_US", "de_CH", "de_AT", "fr_FR"})
-    for (const char* ending : {".aff", ".dic"}) std::ofstream(folder / (name + std::string(ending))) << "";
-  std::ofstream(folder / "it_IT.dic") << "";  // without its other half
-  const struct {
-    const char *language, *chosen;
-  } cases[] = {{"fr_FR", "fr_FR"}, {"fr_CA", "fr_FR"}, {"de", "de_AT"},
-               {"de_DE", "de_AT"}, {"it_IT", "en_US"}, {"", "en_US"}};
-  for (const auto& c : cases) EXPECT_EQ(findDictionary(c.language, folder), folder / c.chosen) << c.language;
-  EXPECT_EQ(findDictionary("de", folder / "none"), std::nullopt);
-  fs::remove_all(folder);
+  const TemporaryFolder folder;
+  for (const char* name : {"en_US.aff", "en_US.dic", "de_CH.aff", "de_CH.dic", "de_AT.aff", "de_AT.dic",
+                           "fr_FR.aff", "fr_FR.dic", "it_IT.dic"})  // Italian without its other half
+    std::ofstream(folder.path / name) << "";
+  const std::pair<const char*, const char*> cases[] = {{"fr_FR", "fr_FR"}, {"fr_CA", "fr_FR"},
+                                                       {"de", "de_AT"},    {"de_DE", "de_AT"},
+                                                       {"it_IT", "en_US"}, {"", "en_US"}};
+  for (const auto& [language, chosen] : cases)
+    EXPECT_EQ(findDictionary(language, folder.path), folder.path / chosen) << language;
+  EXPECT_EQ(findDictionary("de", folder.path / "none"), std::nullopt);
 
   EXPECT_EQ(localeLanguage("de_AT.UTF-8"), "de_AT");
   EXPECT_EQ(localeLanguage("ca_ES@valencia"), "ca_ES");
@@ -36,31 +33,27 @@ TEST(HunspellDictionary, IsChosenByLanguage) {
 }
 
 TEST(HunspellDictionary, ConvertsToTheDictionarysEncoding) {
-  namespace fs = std::filesystem;
-  const fs::path base = fs::path(testing::TempDir()) / "latin";
-  std::ofstream(base.string() + ".aff") << "SET ISO8859-1\nTRY eu\n";
-  std::ofstream(base.string() + ".dic") << "2\nm\xFC"
-                                           "de\nm\xFChe\n";
-  const HunspellDictionary dictionary(base);
+  const TemporaryFolder folder;
+  std::ofstream(folder.path / "latin.aff") << "SET ISO8859-1\nTRY eu\n";
+  std::ofstream(folder.path / "latin.dic") << "2\nm\xFC"
+                                              "de\nm\xFChe\n";
+  const HunspellDictionary dictionary(folder.path / "latin");
   EXPECT_FALSE(dictionary.isMisspelled("müde"));
   EXPECT_TRUE(dictionary.isMisspelled("mude"));
   EXPECT_EQ(dictionary.correction("müdde"), "müde");
   EXPECT_FALSE(dictionary.isMisspelled("слово"));
-  for (const char* ending : {".aff", ".dic"}) fs::remove(base.string() + ending);
-}
-
-// It is loaded on a thread that tells nobody.
-void awaitDictionary(const HunspellSpellChecker& checker) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!checker.isReady() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
-  ASSERT_TRUE(checker.isReady()) << "waited 10 s for the dictionary";
 }
 
 struct HunspellHarness {
-  HunspellHarness() { awaitDictionary(hunspell); }
+  // It is loaded on a thread that tells nobody.
+  HunspellHarness() {
+    waitFor("the dictionary", [this] { return hunspell.isReady(); });
+  }
   SpellChecker& checker() { return hunspell; }
-  void runUntil(const std::function<bool()>& done) { loop.runUntil(done); }
-  WaitingMainLoop loop;
+  void runUntil(const std::function<bool()>& done) { waitFor("a correction", done); }
+  int noArguments = 0;
+  QCoreApplication application{noArguments, nullptr};
+  QtMainLoop loop;
   HunspellSpellChecker hunspell{loop, "en_US"};
 };
 
@@ -91,14 +84,12 @@ TEST(SureCorrection, OnlySlipsOfTheHand) {
   for (const auto& c : cases) EXPECT_EQ(isSureCorrection(c.word, c.suggestion), c.sure) << c.word;
 }
 
-TEST(HunspellSpellChecker, MayGoWhileItLooksSomethingUp) {
-  WaitingMainLoop loop;
-  {
-    HunspellSpellChecker passing(loop, "en_US");
-    awaitDictionary(passing);
-    passing.correction("recieve");
-  }
-  loop.runPosted();
+TEST_F(HunspellSpellCheckerTest, MayGoWhileItLooksSomethingUp) {
+  auto checker = std::make_unique<HunspellSpellChecker>(loop, "en_US");
+  waitFor("the dictionary", [&] { return checker->isReady(); });
+  checker->correction("recieve");
+  checker.reset();
+  QCoreApplication::processEvents();
 }
 
 }  // namespace

@@ -4,10 +4,10 @@
 
 #include <QCoreApplication>
 #include <QProcessEnvironment>
-#include <QTimer>
-#include <chrono>
 #include <csignal>
 #include <sstream>
+
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -23,16 +23,6 @@ ClipboardApplication::Formats formatsIn(const std::string& answer) {
 }
 
 }  // namespace
-
-bool runQtUntil(const std::function<bool()>& condition) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    QTimer::singleShot(2, [] {});
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  return true;
-}
 
 ClipboardApplication::ClipboardApplication(const std::string& display) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -56,8 +46,7 @@ void ClipboardApplication::hang(bool hangs) {
 
 std::string ClipboardApplication::command(const std::string& line) {
   process_.write((line + "\n").c_str());
-  EXPECT_TRUE(runQtUntil([&] { return process_.canReadLine(); }))
-      << "waited 20 s for the other application to " << line.substr(0, 60);
+  waitFor("the other application to " + line.substr(0, 60), [&] { return process_.canReadLine(); });
   return process_.readLine().trimmed().toStdString();
 }
 
@@ -72,20 +61,15 @@ void ClipboardApplication::copy(const Formats& formats) {
   EXPECT_EQ(command(line), "copied");
 }
 
-std::string ClipboardApplication::commandWithoutMainLoop(const std::string& line) {
-  process_.write((line + "\n").c_str());
-  while (!process_.canReadLine() && process_.waitForReadyRead(20'000)) {
-  }
-  EXPECT_TRUE(process_.canReadLine()) << "waited 20 s for the other application to " << line;
-  return process_.readLine().trimmed().toStdString();
-}
-
 ClipboardApplication::Formats ClipboardApplication::paste() {
   return formatsIn(command("paste"));
 }
 
 ClipboardApplication::Formats ClipboardApplication::pasteBesideABusyMainLoop() {
-  return formatsIn(commandWithoutMainLoop("paste"));
+  process_.write("paste\n");
+  while (!process_.canReadLine() && process_.waitForReadyRead(20'000)) {
+  }
+  return formatsIn(process_.readLine().trimmed().toStdString());
 }
 
 }  // namespace nimbletype

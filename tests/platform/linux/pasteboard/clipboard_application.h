@@ -1,6 +1,5 @@
 #pragma once
 #include <QProcess>
-#include <functional>
 #include <map>
 #include <string>
 
@@ -23,12 +22,8 @@ class ClipboardApplication {
 
  private:
   std::string command(const std::string& line);
-  std::string commandWithoutMainLoop(const std::string& line);
 
   QProcess process_;
 };
-
-// Runs the main loop of Qt until the condition holds; false after 20 s.
-bool runQtUntil(const std::function<bool()>& condition);
 
 }  // namespace nimbletype

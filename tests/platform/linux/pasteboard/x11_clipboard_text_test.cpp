@@ -21,26 +21,22 @@ TEST(X11ClipboardText, TellsOfEachCopyAndItsMarks) {
   bool isOurs = false;
   X11ClipboardText clipboard([&] { return isOurs; });
   X11Pasteboard other(loop);
-  const auto before = clipboard.state();
-  ASSERT_TRUE(other.lend("copied text"));
-  waitUntil("word of the copy", [&] { return clipboard.state().changeCount != before.changeCount; });
+  const auto lend = [&](const std::string& text) {
+    const auto before = clipboard.state().changeCount;
+    ASSERT_TRUE(other.lend(text));
+    waitFor("word of the copy", [&] { return clipboard.state().changeCount != before; });
+    std::optional<std::string> found;
+    const Task reading =
+        clipboard.read([&](std::optional<std::string> read) { found = read.value_or("nothing"); });
+    waitFor("the text", [&] { return found.has_value(); });
+    EXPECT_EQ(found, text);
+  };
+  lend("copied text");
   EXPECT_TRUE(clipboard.state().isConcealed);
   EXPECT_FALSE(clipboard.state().isTransient);
   isOurs = true;
   EXPECT_TRUE(clipboard.state().isTransient);
-
-  std::optional<std::string> text;
-  Task reading = clipboard.read([&](std::optional<std::string> found) { text = found.value_or("nothing"); });
-  waitUntil("the text", [&] { return text.has_value(); });
-  EXPECT_EQ(text, "copied text");
-
-  const auto then = clipboard.state().changeCount;
-  ASSERT_TRUE(other.lend("naïve 😀"));
-  waitUntil("word of the second copy", [&] { return clipboard.state().changeCount != then; });
-  text.reset();
-  reading = clipboard.read([&](std::optional<std::string> found) { text = found.value_or("nothing"); });
-  waitUntil("the second text", [&] { return text.has_value(); });
-  EXPECT_EQ(text, "naïve 😀");
+  lend("naïve 😀");
 }
 
 }  // namespace

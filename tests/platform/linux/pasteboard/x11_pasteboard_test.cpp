@@ -8,6 +8,7 @@
 #include "tests/platform/linux/pasteboard/clipboard_application.h"
 #include "tests/platform/pasteboard/pasteboard_conformance.h"
 #include "tools/stage/private_display.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -15,10 +16,9 @@ namespace {
 int noArguments = 0;
 
 // One application copies, another one pastes.
-struct X11PasteboardHarness {
+struct X11PasteboardHarness : RealTime {
   using Formats = ClipboardApplication::Formats;
   Pasteboard& pasteboard() { return x11; }
-  bool runUntil(const std::function<bool()>& done) { return runQtUntil(done); }
   std::string textFormat() { return "text/plain"; }
   std::string passingMark() { return "x-kde-passwordManagerHint"; }
   void copy(const Formats& formats) { copying.copy(formats); }
@@ -39,7 +39,7 @@ TEST(X11Pasteboard, SavesWhatItHasRoomFor) {
   desk.copy({{"text/plain", "text"}, {"application/x-huge", std::string(70'000'000, 'x')}});
   std::optional<SavedPasteboard> saved;
   const Task task = desk.x11.save([&](auto result) { saved = std::move(result); });
-  ASSERT_TRUE(desk.runUntil([&] { return saved.has_value(); }));
+  waitFor("what is on the clipboard", [&] { return saved.has_value(); });
   EXPECT_EQ(saved->leftOut, 1u);
   EXPECT_TRUE(desk.x11.lend("lent"));
   desk.x11.restore(*saved);
@@ -66,7 +66,7 @@ TEST(X11Pasteboard, HasNothingWithoutADisplay) {
     answered = true;
     EXPECT_FALSE(saved);
   });
-  EXPECT_TRUE(runQtUntil([&] { return answered; }));
+  waitFor("an answer", [&] { return answered; });
   EXPECT_FALSE(nowhere.lend("text"));
   EXPECT_FALSE(nowhere.isOurs());
 }

@@ -26,14 +26,12 @@ struct JsonStoreHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Json, DefaultsStoreConformance, JsonStoreHarness);
 
-class JsonDefaultsStoreTest : public testing::Test {
- protected:
+struct JsonDefaultsStoreTest : testing::Test, JsonStoreHarness {
   JsonDefaultsStore& open(const std::string& content) {
-    harness.file.content = content;
-    harness.json.emplace(harness.file, harness.loop, harness.log);
-    return *harness.json;
+    file.content = content;
+    reopen();
+    return *json;
   }
-  JsonStoreHarness harness;
 };
 
 TEST_F(JsonDefaultsStoreTest, ReadsHandWrittenForms) {
@@ -56,41 +54,41 @@ TEST_F(JsonDefaultsStoreTest, KeepsWhatItDoesNotUnderstand) {
   auto& store = open(R"({"AppleLanguages": ["de"], "a": 1})");
   store.set("a", std::int64_t{2});
   store.flush();
-  EXPECT_THAT(*harness.file.content, HasSubstr(R"("AppleLanguages": [)"));
+  EXPECT_THAT(*file.content, HasSubstr(R"("AppleLanguages": [)"));
   EXPECT_THAT(store.keys(), testing::ElementsAre("AppleLanguages", "a"));
 }
 
 TEST_F(JsonDefaultsStoreTest, SetsAsideWhatCannotBeRead) {
   for (const std::string content : {"{\"a\": 1", "[1]", "", "garbage\xFF"}) {
     SCOPED_TRACE(content);
-    harness.log.lines.clear();
+    log.lines.clear();
     auto& store = open(content);
     EXPECT_THAT(store.keys(), testing::IsEmpty());
-    EXPECT_EQ(harness.file.asides.back(), content);
-    EXPECT_EQ(harness.log.lines.size(), 1U);
+    EXPECT_EQ(file.asides.back(), content);
+    EXPECT_EQ(log.lines.size(), 1U);
   }
 }
 
 TEST_F(JsonDefaultsStoreTest, WritesTheChangesOfOneTurnTogether) {
-  auto& store = harness.store();
+  auto& store = *json;
   for (int i = 0; i < 50; ++i) store.set("key" + std::to_string(i), std::int64_t{i});
-  harness.loop.advance(Milliseconds(0));
-  EXPECT_EQ(harness.file.writes, 1);
+  loop.advance(Milliseconds(0));
+  EXPECT_EQ(file.writes, 1);
   store.remove("never there");
-  harness.loop.advance(Milliseconds(0));
-  EXPECT_EQ(harness.file.writes, 1);
+  loop.advance(Milliseconds(0));
+  EXPECT_EQ(file.writes, 1);
 }
 
 TEST_F(JsonDefaultsStoreTest, AFailedWriteIsTriedAgainWithTheNextChange) {
-  harness.file.failsToWrite = true;
-  harness.store().set("a", true);
-  harness.loop.advance(Milliseconds(0));
-  EXPECT_EQ(harness.log.lines.size(), 1U);
-  EXPECT_EQ(harness.store().get("a"), DefaultsValue(true));
-  harness.file.failsToWrite = false;
-  harness.store().set("b", true);
-  harness.loop.advance(Milliseconds(0));
-  EXPECT_THAT(*harness.file.content, HasSubstr("\"a\": true"));
+  file.failsToWrite = true;
+  store().set("a", true);
+  loop.advance(Milliseconds(0));
+  EXPECT_EQ(log.lines.size(), 1U);
+  EXPECT_EQ(store().get("a"), DefaultsValue(true));
+  file.failsToWrite = false;
+  store().set("b", true);
+  loop.advance(Milliseconds(0));
+  EXPECT_THAT(*file.content, HasSubstr("\"a\": true"));
 }
 
 }  // namespace

@@ -4,22 +4,20 @@
 
 #include "platform/linux/storage/secret_service_request.h"
 #include "platform/scripted/system/virtual_main_loop.h"
-#include "tests/platform/linux/bus/private_bus.h"
 #include "tests/platform/storage/secret_store_conformance.h"
+#include "tools/stage/private_bus.h"
 
 namespace nimbletype {
 namespace {
-
-using Found = std::expected<std::optional<std::string>, SecretFailure>;
 
 // The bus is real, time is not: nothing expires unless a test says so.
 struct KeyringHarness {
   SecretStore& store() { return *secretService; }
   void reopen() { secretService.emplace(loop); }
-  bool runUntil(const std::function<bool()>& done) {
-    return nimbletype::runUntil([&] {
+  void waitFor(const std::string& what, const std::function<bool()>& condition) {
+    nimbletype::waitFor(what, [&] {
       loop.advance(Milliseconds(0));
-      return done();
+      return condition();
     });
   }
   void forget() { loop.advance(SecretServiceStore::keptFor); }
@@ -39,54 +37,40 @@ struct KeyringHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Keyring, SecretStoreConformance, KeyringHarness);
 
-class SecretServiceStoreTest : public testing::Test {
- protected:
-  Task start() {
-    found.reset();
-    return harness.store().read("key", [this](const Found& answer) { found = answer; });
-  }
-  Found read() {
-    const Task task = start();
-    EXPECT_TRUE(harness.runUntil([&] { return found.has_value(); })) << "the read was never answered";
-    return found.value_or(std::nullopt);
-  }
-  void write(const std::string& secret) {
-    bool written = false;
-    const Task task =
-        harness.store().write("key", secret, [&](const auto& result) { written = result.has_value(); });
-    EXPECT_TRUE(harness.runUntil([&] { return written; })) << "the secret was never written";
-  }
-
-  KeyringHarness harness;
-  std::optional<Found> found;
-};
+using SecretServiceStoreTest = SecretStoreConformance<KeyringHarness>;
 
 TEST_F(SecretServiceStoreTest, AHungServiceCostsItsPatienceOnce) {
-  write("secret");
-  kill(harness.keyring.processID(), SIGSTOP);
-  EXPECT_EQ(read(), "secret") << "what was just written is known";
-  harness.forget();
-  const Task task = start();
-  harness.runUntil([] { return true; });
+  EXPECT_TRUE(write("key", "secret"));
+  kill(keyring.processID(), SIGSTOP);
+  EXPECT_EQ(read("key"), "secret") << "what was just written is known";
+  forget();
+  std::optional<Found> found;
+  const Task task = store().read("key", [&](const Found& answer) { found = answer; });
+  loop.advance(Milliseconds(0));
   EXPECT_FALSE(found);
-  harness.loop.advance(secret_service::patience);
+  loop.advance(secret_service::patience);
   EXPECT_EQ(found, Found(std::unexpected(SecretFailure::unavailable)));
-  EXPECT_EQ(read(), std::unexpected(SecretFailure::unavailable));
-  kill(harness.keyring.processID(), SIGCONT);
-  harness.forget();
-  EXPECT_EQ(read(), "secret");
+  EXPECT_EQ(read("key"), std::unexpected(SecretFailure::unavailable));
+  kill(keyring.processID(), SIGCONT);
+  forget();
+  EXPECT_EQ(read("key"), "secret");
 }
 
 // A second program's store stands for what somebody else does.
 TEST_F(SecretServiceStoreTest, SeesTheChangesOfOthersWhenItForgets) {
-  EXPECT_EQ(read(), std::nullopt);
-  SecretServiceStore other(harness.loop);
+  EXPECT_EQ(read("key"), std::nullopt);
+  SecretServiceStore other(loop);
   bool written = false;
   const Task task = other.write("key", "new", [&](const auto&) { written = true; });
-  EXPECT_TRUE(harness.runUntil([&] { return written; })) << "the secret was never written";
-  EXPECT_EQ(read(), std::nullopt);
-  harness.forget();
-  EXPECT_EQ(read(), "new");
+  waitFor("the other's writing", [&] { return written; });
+  EXPECT_EQ(read("key"), std::nullopt);
+  forget();
+  EXPECT_EQ(read("key"), "new");
+  lock();
+  EXPECT_EQ(read("key"), std::unexpected(SecretFailure::locked));
+  keyring.unlock();
+  forget();
+  EXPECT_EQ(read("key"), "new");
 }
 
 }  // namespace

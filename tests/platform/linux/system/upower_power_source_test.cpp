@@ -5,8 +5,8 @@
 
 #include "input/monitors/power_monitor.h"
 #include "platform/scripted/system/virtual_main_loop.h"
-#include "tests/platform/linux/bus/private_bus.h"
 #include "tests/platform/system/power_source_conformance.h"
+#include "tools/stage/private_bus.h"
 
 namespace nimbletype {
 namespace {
@@ -28,11 +28,11 @@ class MockUPower {
     // The mock is a package of the system's own Python.
     program_.emplace(std::vector<std::string>{"/usr/bin/python3", "-m", "dbusmock", "--system", "--template",
                                               "upower", "--parameters", properties});
-    EXPECT_TRUE(runUntil([] { return PrivateBus::hasOwner(service); })) << "the mock of UPower never came up";
+    waitFor("the mock of UPower", [] { return PrivateBus::hasOwner(service); });
   }
   void stop() {
     program_.reset();
-    EXPECT_TRUE(runUntil([] { return !PrivateBus::hasOwner(service); })) << "the mock never went";
+    comesTrue([] { return !PrivateBus::hasOwner(service); });
   }
   void setBattery(bool on) {
     const VariantPtr reply(g_dbus_connection_call_sync(
@@ -47,13 +47,12 @@ class MockUPower {
   std::optional<DesktopProgram> program_;
 };
 
-struct UPowerHarness {
+struct UPowerHarness : RealTime {
   UPowerHarness() {
-    runUntil([&] { return source.isReachable(); });
+    waitFor("UPower", [&] { return source.isReachable(); });
   }
   PowerSource& power() { return source; }
   void setBattery(bool on) { upower.setBattery(on); }
-  bool runUntil(const std::function<bool()>& done) { return nimbletype::runUntil(done); }
 
   MockUPower upower;
   UPowerPowerSource source;
@@ -67,7 +66,9 @@ TEST(UPowerPowerSource, KeepsTheMonitorInformedWhileUPowerComesAndGoes) {
   UPowerPowerSource source;
   VirtualMainLoop loop;
   const PowerMonitor monitor(source, loop);
-  const auto becomes = [&](bool battery) { return runUntil([&] { return monitor.onBattery() == battery; }); };
+  const auto becomes = [&](bool battery) {
+    return comesTrue([&] { return monitor.onBattery() == battery; });
+  };
   EXPECT_TRUE(becomes(true)) << "the state at the start was never told";
   upower.setBattery(false);
   EXPECT_TRUE(becomes(false)) << "the plug was put in and nobody said so";

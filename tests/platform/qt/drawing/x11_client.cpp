@@ -2,25 +2,18 @@
 
 #include <xcb/shape.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <stdexcept>
+
+#include "platform/linux/x11/xcb_support.h"
 
 namespace nimbletype {
 namespace {
 
-struct Free {
-  void operator()(void* reply) const { std::free(reply); }
-};
-
 template <typename Reply>
-std::unique_ptr<Reply, Free> owned(Reply* reply) {
+XcbReply<Reply> owned(Reply* reply) {
   if (!reply) throw std::runtime_error("the X server gave no answer");
-  return std::unique_ptr<Reply, Free>(reply);
+  return XcbReply<Reply>(reply);
 }
 
 const xcb_screen_t& screenOf(xcb_connection_t* connection) {
@@ -77,9 +70,8 @@ bool X11Client::isMapped(xcb_window_t window) const {
 }
 
 void X11Client::ownSelection(const char* name, bool own) const {
-  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-  const auto atom = owned(xcb_intern_atom_reply(connection_, cookie, nullptr));
-  xcb_set_selection_owner(connection_, own ? window_ : XCB_NONE, atom->atom, XCB_CURRENT_TIME);
+  xcb_set_selection_owner(connection_, own ? window_ : XCB_NONE, atomNamed(connection_, name),
+                          XCB_CURRENT_TIME);
   focus();
 }
 
@@ -87,12 +79,6 @@ bool X11Client::soon(const std::function<bool()>& condition) const {
   for (int roundTrips = 0; roundTrips < 10000; ++roundTrips)
     if (condition()) return true;
   return false;
-}
-
-bool eventually(const std::function<bool()>& condition) {
-  const QDeadlineTimer patience(20000);
-  while (!condition() && !patience.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-  return condition();
 }
 
 }  // namespace nimbletype

@@ -34,7 +34,4 @@ class X11Client {
   xcb_window_t window_ = 0;
 };
 
-// Lets Qt handle events until the condition holds; false when it gave up.
-bool eventually(const std::function<bool()>& condition);
-
 }  // namespace nimbletype

@@ -7,6 +7,8 @@
 #include "platform/qt/desktop/qt_screens.h"
 #include "platform/qt/drawing/qt_overlay_surface.h"
 #include "tests/platform/qt/drawing/x11_client.h"
+#include "tools/stage/private_display.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -31,8 +33,7 @@ class X11OverlayTest : public testing::Test {
 
   void showAndWait() {
     surface.show(list());
-    EXPECT_TRUE(eventually([&] { return application.pixelAt(inBox) == ghostGrey; }))
-        << "the box never came on screen";
+    waitFor("the box on screen", [&] { return application.pixelAt(inBox) == ghostGrey; });
   }
 
   X11Client application{{100, 50, 500, 300}, dark};
@@ -94,9 +95,19 @@ TEST_F(X11OverlayTest, ScreensTellWhatIsBehindTheCaret) {
   const QtScreens screens;
   const auto at = [&](double x, double y) { return flipped(TopLeftRect(x, y, 1, 18), screens.mainHeight()); };
   const X11Client paper({300, 60, 200, 200}, 0xFFFFF0);
-  EXPECT_TRUE(eventually([&] { return !screens.isDarkAt(at(350, 100)); })) << "paper taken for dark";
+  waitFor("paper to be taken for light", [&] { return !screens.isDarkAt(at(350, 100)); });
   EXPECT_TRUE(screens.isDarkAt(at(150, 100)));
 }
 
 }  // namespace
 }  // namespace nimbletype
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
+  const nimbletype::PrivateDisplay display;
+  qputenv("DISPLAY", QByteArray::fromStdString(display.name()));
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  const QGuiApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

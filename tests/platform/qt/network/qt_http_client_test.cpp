@@ -1,9 +1,11 @@
 #include "platform/qt/network/qt_http_client.h"
 
+#include <sstream>
+
 #include "tests/platform/network/http_client_conformance.h"
-#include "tests/platform/qt/network/run_until.h"
 #include "tools/stage/servers/https_file_server.h"
 #include "tools/stage/servers/loopback_server.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -20,55 +22,37 @@ std::string onTheWire(const HttpReply& reply) {
 
 HttpRequest parsed(const LoopbackServer::Received& received) {
   HttpRequest request{.url = "", .headers = {}, .body = received.body};
-  request.method = received.head.substr(0, received.head.find(' '));
-  for (std::size_t start = received.head.find("\r\n") + 2, end; start < received.head.size() - 2;
-       start = end + 2) {
-    end = received.head.find("\r\n", start);
-    const auto colon = received.head.find(": ", start);
-    request.headers.push_back(
-        {received.head.substr(start, colon - start), received.head.substr(colon + 2, end - colon - 2)});
-  }
+  std::istringstream lines(received.head);
+  lines >> request.method;
+  for (std::string line; std::getline(lines, line);)
+    if (const auto colon = line.find(": "); colon != line.npos)
+      request.headers.push_back({line.substr(0, colon), line.substr(colon + 2, line.size() - colon - 3)});
   return request;
 }
 
-struct QtClientHarness {
-  HttpClient& client() { return *client_; }
-  void dropClient() { client_.reset(); }
-  std::string address() const { return server_.url("/"); }
+struct QtClientHarness : RealTime {
+  HttpClient& client() { return *qt; }
+  void dropClient() { qt.reset(); }
+  std::string address() const { return server.url("/"); }
   void willReply(const HttpReply& reply, Milliseconds delay = {}) {
-    server_.willAnswer({.bytes = onTheWire(reply), .delay = delay});
+    server.willAnswer({.bytes = onTheWire(reply), .delay = delay});
   }
-  int received() const { return static_cast<int>(server_.received().size()); }
-  HttpRequest lastRequest() const { return parsed(server_.received().back()); }
-  int abandoned() const { return server_.closedByClient(); }
-  static bool runUntil(const std::function<bool()>& done) { return nimbletype::runUntil(done); }
+  int received() const { return static_cast<int>(server.received().size()); }
+  HttpRequest lastRequest() const { return parsed(server.received().back()); }
+  int abandoned() const { return server.closedByClient(); }
 
-  LoopbackServer server_;
-  std::unique_ptr<QtHttpClient> client_ = std::make_unique<QtHttpClient>();
+  LoopbackServer server;
+  std::unique_ptr<QtHttpClient> qt = std::make_unique<QtHttpClient>();
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, HttpClientConformance, QtClientHarness);
 
-class QtHttpClientTest : public testing::Test {
- protected:
-  using Result = std::expected<HttpReply, HttpFailure>;
-
-  Result resultOf(const HttpRequest& request) {
-    std::optional<Result> result;
-    const Task task = client.send(request, [&](Result told) { result = std::move(told); });
-    EXPECT_TRUE(runUntil([&] { return result.has_value(); })) << "nothing was ever told";
-    return result.value_or(std::unexpected(HttpFailure{}));
-  }
-  Result get(const std::string& url, Milliseconds timeout = Milliseconds(20'000)) {
-    return resultOf({.url = url, .headers = {}, .body = "", .timeout = timeout});
-  }
+struct QtHttpClientTest : HttpClientConformance<QtClientHarness> {
+  Result get(const std::string& url) { return resultOf({.url = url, .headers = {}, .body = ""}); }
   Result reply(LoopbackServer::Answer answer) {
     server.willAnswer(std::move(answer));
-    return get(server.url("/"));
+    return get(address());
   }
-
-  LoopbackServer server;
-  QtHttpClient client;
 };
 
 TEST_F(QtHttpClientTest, SendsNothingThatNobodyAskedFor) {
@@ -93,17 +77,12 @@ TEST_F(QtHttpClientTest, KeepsConnectionsForTheNextRequest) {
 
 TEST_F(QtHttpClientTest, BrokenRepliesAreDropped) {
   const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
-  const std::string broken[] = {"",
-                                "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nshort",
-                                "HTTP/1.1 200 OK\r\nContent-Le",
-                                chunked + "5\r\nshort\r\n",
-                                "garbage\r\n\r\n",
-                                std::string(1000, '\0')};
-  for (const auto& bytes : broken) {
+  for (const std::string& bytes :
+       {std::string(), std::string("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nshort"),
+        std::string("HTTP/1.1 200 OK\r\nContent-Le"), chunked + "5\r\nshort\r\n",
+        std::string("garbage\r\n\r\n"), std::string(1000, '\0')}) {
     server.willAlwaysAnswer({.bytes = bytes, .closes = true});  // Qt tries again
-    const auto result = get(server.url("/"));
-    ASSERT_FALSE(result) << bytes << " -> " << result->status << " " << result->body;
-    EXPECT_EQ(result.error().reason, dropped) << bytes << " " << result.error().detail;
+    EXPECT_EQ(failureOf(request()), dropped) << bytes;
   }
 }
 
@@ -121,29 +100,26 @@ TEST_F(QtHttpClientTest, ChallengesAreReplies) {
 }
 
 TEST_F(QtHttpClientTest, EndlessRepliesAreCutOff) {
-  const auto result = reply({.bytes = "HTTP/1.1 200 OK\r\n\r\n", .endless = true});
-  ASSERT_FALSE(result);
-  EXPECT_EQ(result.error().reason, tooLarge);
-  EXPECT_TRUE(runUntil([&] { return server.closedByClient() == 1; })) << "the connection stayed open";
+  server.willAnswer({.bytes = "HTTP/1.1 200 OK\r\n\r\n", .endless = true});
+  EXPECT_EQ(failureOf(request()), tooLarge);
+  waitForAbandoned(1);
   EXPECT_LT(server.bytesSent(), 4 * HttpClient::longestBody);  // the system holds some as well
 }
 
 TEST_F(QtHttpClientTest, TheTimeIsThatOfTheWholeReply) {
   server.willAnswer({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nthe beginning"});
-  const auto result = get(server.url("/"), Milliseconds(100));
-  ASSERT_FALSE(result);
-  EXPECT_EQ(result.error().reason, timedOut);
-  EXPECT_TRUE(runUntil([&] { return server.closedByClient() == 1; })) << "the connection stayed open";
+  auto hurried = request();
+  hurried.timeout = Milliseconds(100);
+  EXPECT_EQ(failureOf(hurried), timedOut);
+  waitForAbandoned(1);
 }
 
 TEST_F(QtHttpClientTest, NobodyThereIsNotConnected) {
-  auto gone = std::make_unique<LoopbackServer>();
-  const auto url = gone->url("/");
-  gone.reset();
-  for (const auto& address : {url, std::string("http://no-such-host.invalid/")}) {
-    const auto result = get(address);
+  const auto url = LoopbackServer().url("/");
+  for (const auto& gone : {url, std::string("http://no-such-host.invalid/")}) {
+    const auto result = get(gone);
     ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().reason, notConnected) << address << result.error().detail;
+    EXPECT_EQ(result.error().reason, notConnected) << gone << result.error().detail;
     EXPECT_NE(result.error().detail, "");
   }
 }
@@ -166,20 +142,14 @@ TEST_F(QtHttpClientTest, FindsTheServerUnderItsName) {
 
 TEST_F(QtHttpClientTest, TrustsWhatTheSystemOrTheUserDoes) {
   const HttpsFileServer secure(std::filesystem::temp_directory_path());
-  const auto url = secure.url("/ranges/none");
-  const auto untrusted = get(url);
-  ASSERT_FALSE(untrusted);
-  EXPECT_EQ(untrusted.error().reason, notTrusted) << untrusted.error().detail;
-
+  const HttpRequest wanted{.url = secure.url("/ranges/none"), .headers = {}, .body = ""};
+  EXPECT_EQ(failureOf(wanted), notTrusted);
   qputenv("SSL_CERT_FILE", secure.authority().c_str());
-  QtHttpClient trusting;
-  std::optional<Result> result;
-  const HttpRequest request{.url = url, .headers = {}, .body = ""};
-  const Task task = trusting.send(request, [&](Result told) { result = std::move(told); });
-  EXPECT_TRUE(runUntil([&] { return result.has_value(); })) << "nothing was ever told";
+  qt = std::make_unique<QtHttpClient>();
+  const auto result = resultOf(wanted);
   qunsetenv("SSL_CERT_FILE");
-  ASSERT_TRUE(result && *result) << result->error().detail;
-  EXPECT_EQ((*result)->status, 404);
+  ASSERT_TRUE(result) << result.error().detail;
+  EXPECT_EQ(result->status, 404);
 }
 
 }  // namespace

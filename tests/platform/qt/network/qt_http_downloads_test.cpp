@@ -6,10 +6,9 @@
 
 #include "platform/qt/system/qt_main_loop.h"
 #include "tests/platform/network/http_downloads_conformance.h"
-#include "tests/platform/qt/network/run_until.h"
-#include "tests/platform/storage/temporary_folder.h"
 #include "tools/stage/servers/https_file_server.h"
 #include "tools/stage/servers/loopback_server.h"
+#include "tools/stage/waiting.h"
 #include "tools/stage/waiting_main_loop.h"
 
 namespace nimbletype {
@@ -29,21 +28,20 @@ std::string onTheWire(const ScriptedFileServer& server, const std::vector<HttpHe
   return bytes + body;
 }
 
-struct QtDownloadsHarness {
-  HttpDownloads& downloads() { return *downloads_; }
-  void dropDownloads() { downloads_.reset(); }
-  std::string address() const { return url_; }
-  void serve(const ScriptedFileServer& server, const std::vector<HttpHeader>& headers) {
-    if (!server.reachable) return server_.reset();
-    server_->willAnswer({.bytes = onTheWire(server, headers), .closes = server.dropsAfter >= 0});
+struct QtDownloadsHarness : RealTime {
+  HttpDownloads& downloads() { return *qt; }
+  void dropDownloads() { qt.reset(); }
+  std::string address() const { return url; }
+  void serve(const ScriptedFileServer& served, const std::vector<HttpHeader>& headers) {
+    if (!served.reachable) return server.reset();
+    server->willAnswer({.bytes = onTheWire(served, headers), .closes = served.dropsAfter >= 0});
   }
-  int abandoned() const { return server_->closedByClient(); }
-  static bool runUntil(const std::function<bool()>& done) { return nimbletype::runUntil(done); }
+  int abandoned() const { return server->closedByClient(); }
 
-  QtMainLoop loop_;
-  std::unique_ptr<LoopbackServer> server_ = std::make_unique<LoopbackServer>();
-  std::string url_ = server_->url("/file");
-  std::unique_ptr<QtHttpDownloads> downloads_ = std::make_unique<QtHttpDownloads>(loop_, Milliseconds(500));
+  QtMainLoop loop;
+  std::unique_ptr<LoopbackServer> server = std::make_unique<LoopbackServer>();
+  std::string url = server->url("/file");
+  std::unique_ptr<QtHttpDownloads> qt = std::make_unique<QtHttpDownloads>(loop, Milliseconds(500));
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, HttpDownloadsConformance, QtDownloadsHarness);
@@ -68,143 +66,117 @@ class FileSizeLimit {
   rlimit before_{};
 };
 
-class QtHttpDownloadsTest : public testing::Test {
- protected:
-  struct Outcome {
-    DownloadEnd end;
-    std::optional<DownloadHead> head;
-  };
+struct QtHttpDownloadsTest : HttpDownloadsConformance<QtDownloadsHarness> {
+  QtHttpDownloadsTest() { qt = std::make_unique<QtHttpDownloads>(loop); }
 
-  HttpDownloads::Handlers handlers() {
-    return {[](const DownloadHead& head) { return head.status < 300 ? std::optional(0) : std::nullopt; },
-            [](std::int64_t) {},
-            [this](const DownloadEnd& end, const auto& head) {
-              outcome = {end, head};
-            }};
+  // Takes any body that the server sends in good order.
+  Task fetch(const std::string& address) {
+    ended.reset();
+    auto taking = handlers(0);
+    taking.place = [](const DownloadHead& head) {
+      return head.status < 300 ? std::optional(0) : std::nullopt;
+    };
+    return downloads().start({address, {}, file, 1 << 30}, taking);
   }
-  DownloadRequest request(const std::string& url) const {
-    return {url, {}, folder.path / "partial", 1 << 30};
+  Outcome outcomeOf(const std::string& address) {
+    const Task task = fetch(address);
+    return awaitEnd();
   }
-  Outcome outcomeOf(const DownloadRequest& request) {
-    outcome.reset();
-    const Task task = downloads.start(request, handlers());
-    EXPECT_TRUE(runUntil([&] { return outcome.has_value(); })) << "the transfer never ended";
-    return outcome.value_or(Outcome{});
-  }
-
-  const TemporaryFolder folder;
-  QtMainLoop loop;
-  QtHttpDownloads downloads{loop};
-  std::optional<Outcome> outcome;
 };
 
 // Over the real thing, with a certificate that only the user trusts.
-class HttpsDownloadsTest : public QtHttpDownloadsTest {
- protected:
+struct HttpsDownloadsTest : QtHttpDownloadsTest {
   HttpsDownloadsTest() {
     std::filesystem::create_directory(served);
-    std::ofstream(served / "a", std::ios::binary) << content;
-    server.emplace(served);
-    qputenv("SSL_CERT_FILE", server->authority().c_str());
+    std::ofstream(served / "a", std::ios::binary) << whole;
+    secure.emplace(served);
+    qputenv("SSL_CERT_FILE", secure->authority().c_str());
   }
   ~HttpsDownloadsTest() override { qunsetenv("SSL_CERT_FILE"); }
-  std::string downloaded() const {
-    std::ifstream file(folder.path / "partial", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
 
-  const std::string content = std::string(2'000'000, 'a') + "the end";
+  const std::string whole = std::string(2'000'000, 'a') + "the end";
   const std::filesystem::path served = folder.path / "served";
-  std::optional<HttpsFileServer> server;
+  std::optional<HttpsFileServer> secure;
 };
 
 TEST_F(HttpsDownloadsTest, RedirectsLeadToHttpsOrNowhere) {
-  struct Case {
+  const struct {
     std::string url;
     DownloadEnd::Case result;
     int status;
-  };
-  const Case cases[] = {
-      {server->url("/ranges/a"), complete, 200},      {server->plainUrl("/ranges/a"), complete, 200},
-      {server->url("/moved/a"), complete, 200},       {server->plainUrl("/moved/a"), complete, 200},
-      {server->url("/plain/a"), redirectRefused, 0},  {server->url("/circle/a"), redirectRefused, 0},
-      {server->url("/ranges/none"), turnedAway, 404}, {server->url("/unavailable/a"), turnedAway, 503}};
-  for (const auto& [url, result, status] : cases) {
-    std::filesystem::remove(folder.path / "partial");
-    const auto [end, head] = outcomeOf(request(url));
-    EXPECT_EQ(end.result, result) << url << " " << end.detail;
-    EXPECT_EQ(head ? head->status : 0, status) << url;
-    EXPECT_EQ(downloaded(), result == complete ? content : "") << url;
+  } cases[] = {
+      {secure->url("/ranges/a"), complete, 200},      {secure->plainUrl("/ranges/a"), complete, 200},
+      {secure->url("/moved/a"), complete, 200},       {secure->plainUrl("/moved/a"), complete, 200},
+      {secure->url("/plain/a"), redirectRefused, 0},  {secure->url("/circle/a"), redirectRefused, 0},
+      {secure->url("/ranges/none"), turnedAway, 404}, {secure->url("/unavailable/a"), turnedAway, 503}};
+  for (const auto& [wanted, result, status] : cases) {
+    std::filesystem::remove(file);
+    const auto [end, head] = outcomeOf(wanted);
+    EXPECT_EQ(end.result, result) << wanted << " " << end.detail;
+    EXPECT_EQ(head ? head->status : 0, status) << wanted;
+    EXPECT_EQ(content(), result == complete ? whole : "") << wanted;
   }
+  qunsetenv("SSL_CERT_FILE");
+  qt = std::make_unique<QtHttpDownloads>(loop);
+  const auto [end, head] = outcomeOf(secure->url("/ranges/a"));
+  EXPECT_EQ(end.result, notConnected) << "the authority is unknown";
+  EXPECT_FALSE(head);
 }
 
 TEST_F(HttpsDownloadsTest, GoesOnAfterTheServerWentAway) {
-  {
-    const Task task = downloads.start(request(server->url("/slow/200k/a")), handlers());
-    EXPECT_TRUE(runUntil([&] { return downloaded().size() > 100'000; })) << "nothing came";
-    server->stop();
-    EXPECT_TRUE(runUntil([&] { return outcome.has_value(); })) << "the transfer never ended";
-  }
-  EXPECT_EQ(outcome->end.result, dropped);
-  const auto held = downloaded().size();
-  EXPECT_LT(held, content.size());
-  server->start();
-  auto rest = request(server->url("/ranges/a"));
-  rest.headers = {{"Range", "bytes=" + std::to_string(held) + "-"},
-                  {"If-Range", std::string(headerValue(outcome->head->headers, "ETag"))}};
-  auto appending = handlers();
+  const Task task = fetch(secure->url("/slow/200k/a"));
+  waitFor("the beginning", [&] { return content().size() > 100'000; });
+  secure->stop();
+  const auto first = awaitEnd();
+  EXPECT_EQ(first.end.result, dropped);
+  const auto held = content().size();
+  EXPECT_LT(held, whole.size());
+  secure->start();
+  auto appending = handlers(0);
   appending.place = [held](const DownloadHead& head) {
     return head.status == 206 ? std::optional<std::int64_t>(held) : std::nullopt;
   };
-  outcome.reset();
-  const Task task = downloads.start(rest, appending);
-  EXPECT_TRUE(runUntil([&] { return outcome.has_value(); })) << "the transfer never ended";
-  EXPECT_EQ(outcome->end.result, complete) << outcome->end.detail;
-  EXPECT_EQ(downloaded(), content);
-  EXPECT_EQ(server->log().back(), "206 " + std::to_string(content.size() - held) +
-                                      " /ranges/a bytes=" + std::to_string(held) + "-");
-}
-
-TEST_F(HttpsDownloadsTest, AnUnknownAuthorityIsNotConnected) {
-  qunsetenv("SSL_CERT_FILE");
-  const auto [end, head] = outcomeOf(request(server->url("/ranges/a")));
-  EXPECT_EQ(end.result, notConnected);
-  EXPECT_FALSE(head);
+  const std::string range = "bytes=" + std::to_string(held) + "-";
+  const std::vector<HttpHeader> headers{{"Range", range},
+                                        {"If-Range", std::string(headerValue(first.head->headers, "ETag"))}};
+  const Task rest = downloads().start({secure->url("/ranges/a"), headers, file, 1 << 30}, appending);
+  const auto last = awaitEnd();
+  EXPECT_EQ(last.end.result, complete) << last.end.detail;
+  EXPECT_EQ(content(), whole);
+  EXPECT_EQ(secure->log().back(), "206 " + std::to_string(whole.size() - held) + " /ranges/a " + range);
 }
 
 // What a full disk does as well, a limit does here: a write that fails when some of it has been done.
 TEST_F(QtHttpDownloadsTest, WhatDoesNotFitIsNotWritten) {
   const FileSizeLimit limit(50'000);
-  LoopbackServer server;
-  server.willAnswer({.bytes = "HTTP/1.1 200 OK\r\n\r\n", .endless = true});
-  const auto [end, head] = outcomeOf(request(server.url("/")));
+  server->willAnswer({.bytes = "HTTP/1.1 200 OK\r\n\r\n", .endless = true});
+  const auto [end, head] = outcomeOf(url);
   EXPECT_EQ(end.result, notWritten);
   EXPECT_EQ(end.detail, "File too large");
-  EXPECT_EQ(std::filesystem::file_size(folder.path / "partial"), 50'000U);
-  EXPECT_TRUE(runUntil([&] { return server.closedByClient() == 1; })) << "the connection stayed open";
+  EXPECT_EQ(content().size(), 50'000U);
+  waitFor("the connection to be closed", [&] { return abandoned() == 1; });
 }
 
 // What comes faster than it can be written stays with the server.
 TEST_F(QtHttpDownloadsTest, ASlowDiskSlowsTheServerDown) {
-  LoopbackServer server;
-  server.willAnswer({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\n", .endless = true});
+  server->willAnswer({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\n", .endless = true});
   const auto gate = std::make_shared<Gate>();
-  auto slow = handlers();
+  auto slow = handlers({});
   slow.place = [gate](const DownloadHead&) {
     gate->pass();
     return std::nullopt;
   };
-  const Task task = downloads.start(request(server.url("/")), slow);
+  const Task task = downloads().start({url, {}, file, 1 << 30}, slow);
   gate->awaitArrival();
   std::uint64_t before = 0;
   int stillFor = 0;
-  EXPECT_TRUE(runUntil([&] {
-    stillFor = std::exchange(before, server.bytesSent()) == server.bytesSent() ? stillFor + 1 : 0;
+  waitFor("the server to come to rest", [&] {
+    stillFor = std::exchange(before, server->bytesSent()) == server->bytesSent() ? stillFor + 1 : 0;
     return stillFor >= 20 || before > 200'000'000;
-  })) << "the server never came to rest";
+  });
   EXPECT_LT(before, 50'000'000U);
   gate->open();
-  EXPECT_TRUE(runUntil([&] { return outcome.has_value(); })) << "the transfer never ended";
+  awaitEnd();
 }
 
 }  // namespace

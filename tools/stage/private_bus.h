@@ -3,8 +3,9 @@
 
 #include <memory>
 
-#include "tests/platform/storage/temporary_folder.h"
 #include "tools/stage/desktop_session.h"
+#include "tools/stage/temporary_folder.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 

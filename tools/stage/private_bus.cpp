@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/private_bus.h"
+#include "tools/stage/private_bus.h"
 
 #include <gio/gio.h>
 
@@ -25,7 +25,7 @@ class RunningBus {
         std::vector<std::string>{"dbus-daemon", "--nofork", "--config-file=" + config});
     setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + socket).c_str(), 1);
     // The socket is there a moment before anybody listens at it.
-    runUntil([&] {
+    comesTrue([&] {
       if (std::filesystem::exists(socket))
         connection_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
       return connection_ != nullptr;
@@ -72,7 +72,7 @@ PrivateKeyring::PrivateKeyring() {
   daemon_ = std::make_unique<DesktopProgram>(std::vector<std::string>{
       "bash", "-c",
       "exec gnome-keyring-daemon --foreground --unlock --components=secrets < <(printf password)"});
-  runUntil([] { return PrivateBus::hasOwner(service); });
+  comesTrue([] { return PrivateBus::hasOwner(service); });
 }
 
 void PrivateKeyring::lock() {
@@ -95,7 +95,7 @@ void PrivateKeyring::unlock() {
 
 void PrivateKeyring::stop() {
   daemon_.reset();
-  runUntil([] { return !PrivateBus::hasOwner(service); });
+  comesTrue([] { return !PrivateBus::hasOwner(service); });
 }
 
 }  // namespace nimbletype
