@@ -1,9 +1,9 @@
 #include "core/completion/completion_engine.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "core/completion/asking/example_cache.h"
+#include "core/completion/asking/request_builder.h"
 
 namespace nimbletype {
 namespace {
@@ -12,12 +12,6 @@ constexpr Milliseconds caretCatchesUp{40};
 
 const Status showing{Status::Case::showing, {}}, thinking{Status::Case::thinking, {}},
     waiting{Status::Case::waiting, {}};
-
-// Whole milliseconds; the file may have been edited by hand.
-Milliseconds pauseFor(double milliseconds) {
-  constexpr double longest = 60'000;
-  return Milliseconds(static_cast<Milliseconds::rep>(std::clamp(milliseconds, 0.0, longest)));
-}
 
 }  // namespace
 
@@ -253,15 +247,6 @@ void CompletionEngine::ended(const std::expected<RunningRequest::Written, Provid
   if (!offer_.isTypedOut()) return void(status_.set({}));
   offer_.hide();
   process();
-}
-
-void CompletionEngine::cancelWork() {
-  pending_.cancel();
-  request_.cancel();
-}
-
-void CompletionEngine::reached(Stage stage) const {
-  if (stageReached_) stageReached_(stage);
 }
 
 }  // namespace nimbletype

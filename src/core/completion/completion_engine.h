@@ -107,8 +107,13 @@ class CompletionEngine {
   // What a step of the offer says of the status; whether the road of a change ends with it.
   bool follow(Offer::Step step);
   void checkLag();
-  void cancelWork();
-  void reached(Stage stage) const;
+  void cancelWork() {
+    pending_.cancel();
+    request_.cancel();
+  }
+  void reached(Stage stage) const {
+    if (stageReached_) stageReached_(stage);
+  }
 
   Services s_;
   FieldSource* source_ = nullptr;

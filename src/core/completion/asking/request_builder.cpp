@@ -1,5 +1,7 @@
 #include "core/completion/asking/request_builder.h"
 
+#include <algorithm>
+
 #include "core/prompt/prompt_builder.h"
 #include "text/text.h"
 
@@ -12,6 +14,11 @@ int tokensFor(int words) {
 }
 
 }  // namespace
+
+Milliseconds pauseFor(double delayMilliseconds) {
+  constexpr double longest = 60'000;
+  return Milliseconds(static_cast<Milliseconds::rep>(std::clamp(delayMilliseconds, 0.0, longest)));
+}
 
 CompletionLength lengthFor(CompletionLength wanted, bool onBattery, bool batteryShorter) {
   if (!onBattery || !batteryShorter) return wanted;

@@ -5,8 +5,13 @@
 #include "core/prompt/prompt_context.h"
 #include "core/settings/preferences.h"
 #include "engines/provider/completion_request.h"
+#include "platform/system/main_loop.h"
 
 namespace nimbletype {
+
+// How long to wait for more typing before anything is asked: whole milliseconds, of a setting that may have
+// been edited by hand.
+Milliseconds pauseFor(double delayMilliseconds);
 
 // The length of the next suggestion: the rule's or the general setting, shorter on battery when that is
 // wanted.
