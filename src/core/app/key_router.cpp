@@ -20,24 +20,30 @@ bool KeyRouter::handle(const TapEvent& event) {
   return false;
 }
 
-// The repeats of a key that was taken stay ours, whatever is left to take; so it has to stay takeable.
+// The repeats of a key that was taken stay ours, whatever is left to take. So it has to stay takeable,
+// without a moment in between in which a repeat could slip through.
 bool KeyRouter::pressed(const KeyPress& press) {
   if (press.isRepeat) {
     const bool ours = held_.owns(press);
     if (ours) engine_.keyPressed(press);
     return ours;
   }
-  const auto held = held_.ours();
-  held_.pressed(press.combo(), engine_.keyPressed(press));
-  if (held_.ours() != held) update();
-  return held_.ours().has_value();
+  const bool wasHeld = held_.ours().has_value(), mayTake = std::ranges::count(takeable_, press.combo()) > 0;
+  held_.pressed(press.combo(), mayTake);
+  const bool taken = engine_.keyPressed(press);
+  held_.pressed(press.combo(), taken);
+  if (wasHeld || mayTake) update();
+  return taken;
 }
 
 void KeyRouter::update() {
-  std::vector<KeyCombo> keys = engine_.takeableKeys();
-  if (const auto held = held_.ours(); held && std::ranges::count(keys, *held) == 0) keys.push_back(*held);
-  tap_.setTakeable(keys);
-  tap_.setShortcuts(shortcutKeys(prefs_));
+  const std::vector<KeyCombo> shortcuts = shortcutKeys(prefs_);
+  takeable_ = engine_.takeableKeys();
+  const auto held = held_.ours();
+  if (held && std::ranges::count(takeable_, *held) + std::ranges::count(shortcuts, *held) == 0)
+    takeable_.push_back(*held);
+  tap_.setTakeable(takeable_);
+  tap_.setShortcuts(shortcuts);
 }
 
 }  // namespace nimbletype

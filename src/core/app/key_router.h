@@ -21,6 +21,7 @@ class KeyRouter {
   CompletionEngine& engine_;
   Preferences& prefs_;
   HeldKey held_;
+  std::vector<KeyCombo> takeable_;  // as the tap was told
   std::vector<Task> observations_;
 };
 
