@@ -54,7 +54,7 @@ Fault faultOfTensors(const GgufHead& head) {
   std::set<std::string_view> names;
   for (const auto& tensor : head.tensors) {
     if (!names.insert(tensor.name).second) return "a tensor is there twice";
-    if (const auto fault = faultOf(tensor, head.fileBytes - start, alignment)) return fault;
+    if (auto fault = faultOf(tensor, head.fileBytes - start, alignment)) return fault;
   }
   return std::nullopt;
 }
@@ -78,7 +78,7 @@ Fault faultOfProperties(const GgufHead& head) {
 }  // namespace
 
 std::optional<std::string> faultOf(const GgufHead& head) {
-  if (const auto fault = faultOfProperties(head)) return fault;
+  if (auto fault = faultOfProperties(head)) return fault;
   return faultOfTensors(head);
 }
 

@@ -17,6 +17,8 @@ std::string ProviderStatus::label() const {
 
 void CompletionProvider::warmUp(const std::string&) {}
 
+// Engines that override these keep the handlers.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 Task CompletionProvider::models(ModelsHandler done) {
   done({});
   return {};
@@ -31,5 +33,6 @@ Task CompletionProvider::alternatives(const CompletionRequest&, int, TextsHandle
   done({});
   return {};
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace nimbletype

@@ -15,7 +15,7 @@ constexpr double daringTemperature = 0.8;
 struct Collection {
   std::vector<Task> requests;
   std::vector<CompletionResult> results;  // without a text until they are there
-  std::size_t missing;
+  std::size_t missing = 0;
   CompletionProvider::TextsHandler grow;
   CompletionProvider::AlternativesHandler done;
 

@@ -63,7 +63,7 @@ Task LlamaRuntime::submit(std::shared_ptr<Submission> submission) {
     queue_.push_back(submission);
   }
   wake_.notify_one();
-  return Task([submission, counter = counter_] { submission->cancel(*counter); });
+  return Task([submission = std::move(submission), counter = counter_] { submission->cancel(*counter); });
 }
 
 void LlamaRuntime::cancel() {

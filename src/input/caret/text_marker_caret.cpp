@@ -61,11 +61,10 @@ std::optional<MarkerCaret> caretInRunOf(const MarkerReads& reads, const ObjectRe
   if (!ends || !frame) return std::nullopt;
   const TextRun run{reads.string(whole), *frame};
   const std::string upToCaret = reads.string(reads.range(ends->from, caret));
-  auto place = caretInRun(run, upToCaret);
+  const auto place = caretInRun(run, upToCaret);
   if (!place) return std::nullopt;
-  return MarkerCaret{std::move(place), "caret found through text runs (" +
-                                           std::to_string(text::utf16Length(upToCaret)) + " of " +
-                                           std::to_string(text::utf16Length(run.text)) + " units)"};
+  return MarkerCaret{place, "caret found through text runs (" + std::to_string(text::utf16Length(upToCaret)) +
+                                " of " + std::to_string(text::utf16Length(run.text)) + " units)"};
 }
 
 MarkerCaret found(const CaretPlace& place, const MarkerBoxes& boxes, bool followsLineBreak) {

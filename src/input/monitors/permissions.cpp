@@ -53,7 +53,7 @@ void Permissions::change(State state) {
   if (state == state_) return;
   const bool granted = state.accessibility && !state_.accessibility;
   if (state.accessibility) requested_.reset();
-  state_ = std::move(state);
+  state_ = state;
   observers_.notify();
   if (granted && onAccessibilityGranted_) onAccessibilityGranted_();
 }
@@ -71,7 +71,7 @@ void Permissions::askForAccessibility() {
   State asked = state_;
   asked.accessibilityRequestedAt = loop_.wallNow();
   asked.accessibilityLooksStuck = false;
-  change(std::move(asked));
+  change(asked);
   source_.askForTrust();
   refresh();
   if (!accessibility()) source_.openSettings(securitySettings + "Privacy_Accessibility");

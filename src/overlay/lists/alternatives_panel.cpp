@@ -8,6 +8,7 @@ constexpr unsigned steps = 4;  // of the dots
 
 std::vector<ListRow> rowsOf(const AlternativesModel& model) {
   std::vector<ListRow> rows;
+  rows.reserve(model.items.size());
   for (const std::string& item : model.items) rows.push_back({rowText(item, model.wordPrefix)});
   return rows;
 }

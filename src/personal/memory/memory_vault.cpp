@@ -70,7 +70,7 @@ void MemoryVault::unseal(const std::string& content) {
       s_.background.run([content, key = key_, entries](const auto&) { *entries = entriesIn(content, key); },
                         [this, entries] {
                           if (!*entries) return setAside();
-                          answer(opened_, Opened{**std::move(entries), false});
+                          answer(opened_, Opened{std::move(**entries), false});
                         });
 }
 

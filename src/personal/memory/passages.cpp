@@ -131,6 +131,7 @@ std::vector<std::string> chosenPassages(const MemoryEntries& entries, std::strin
   std::ranges::stable_sort(order, std::greater<>(), [&](std::size_t i) { return score[i]; });
   order.resize(std::min(order.size(), static_cast<std::size_t>(limit)));
   std::vector<std::string> chosen;
+  chosen.reserve(order.size());
   for (const std::size_t i : order) chosen.emplace_back(text::lastCharacters(entries[i].text, shownPassage));
   return chosen;
 }

@@ -142,7 +142,7 @@ bool endsRightToLeft(const AttributeValue& text) {
 // Of characters that run from right to left Qt tells where they begin as if that were their left edge, and
 // GTK of the place behind the last one as if it were before the first.
 Decode askBoundsBothWays(DBusBatch& batch, const AtspiRef& element, const TextRange& own, bool isQt) {
-  const auto box = askBounds(batch, element, own);
+  auto box = askBounds(batch, element, own);
   const bool isPlace = own.length == 0;
   if (isPlace == isQt) return box;
   const auto upTo = askTextUpTo(batch, element, isPlace ? own.location : own.location + 1);
@@ -333,7 +333,7 @@ void AtspiReader::readInRichText(std::span<const AttributeRead> reads, Deadline 
 
 AtspiReader::Decode AtspiReader::askInRichText(DBusBatch& batch, const AttributeRead& read) const {
   const auto answer = [](std::string text) {
-    return [=](const DBusBatch&) -> AttributeValue { return text; };
+    return [text = std::move(text)](const DBusBatch&) -> AttributeValue { return text; };
   };
   if (read.attribute == "AXValue" && rich_->size() > 0) return answer(rich_->text({0, longestValue}));
   const auto* range = std::get_if<TextRange>(&read.parameter);

@@ -7,7 +7,7 @@ namespace nimbletype {
 namespace {
 
 // Servers take requests of 256 KiB; what is larger goes in pieces.
-constexpr std::size_t largestPiece = 192 * 1024;
+constexpr std::size_t largestPiece = 192UZ * 1024;
 // An application that stops fetching is given up.
 constexpr Milliseconds transferPatience{5000};
 

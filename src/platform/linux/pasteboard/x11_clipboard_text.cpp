@@ -10,7 +10,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr std::size_t mostBytes = 256 * 1024;  // longer texts are of no use and travel in pieces
+constexpr std::size_t mostBytes = 256UZ * 1024;  // longer texts are of no use and travel in pieces
 
 }  // namespace
 

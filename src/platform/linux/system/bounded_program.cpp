@@ -11,8 +11,6 @@
 
 #include <chrono>
 
-extern char** environ;
-
 namespace nimbletype {
 namespace {
 
@@ -47,6 +45,7 @@ int fileHolding(const std::string& input) {
 
 std::optional<pid_t> spawned(const std::vector<std::string>& command, int input, int output) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const auto& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   posix_spawn_file_actions_t actions;
@@ -98,7 +97,7 @@ std::optional<std::string> outputOf(const std::vector<std::string>& command, con
 
 std::string programNamed(const std::string& name) {
   char* found = g_find_program_in_path(name.c_str());
-  const std::string path = found ? found : "";
+  std::string path = found ? found : "";
   g_free(found);
   return path;
 }

@@ -75,7 +75,7 @@ ObjectRef ScriptedAccessibility::addApplication(std::int64_t processID) {
 ObjectRef ScriptedAccessibility::addChild(const ObjectRef& parent, ScriptedElement element) {
   element.attributes["AXParent"] = parent;
   const bool isWindow = element.attributes["AXRole"] == AttributeValue(std::string("AXWindow"));
-  const ObjectRef child = addElement(std::move(element));
+  ObjectRef child = addElement(std::move(element));
   for (const char* name : {"AXChildren", isWindow ? "AXWindows" : "AXVisibleChildren"}) {
     AttributeValue& list = at(parent).attributes[name];
     if (!std::holds_alternative<ObjectList>(list)) list = ObjectList();

@@ -93,7 +93,7 @@ class AtspiRichText::Composer {
       if (found.waits) found = {false, std::ssize(text_)};
   }
 
-  void put(char32_t c, Origin origin) {
+  void put(char32_t c, const Origin& origin) {
     openLine();
     settle();
     if (c > 0xFFFF) append(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)), origin);
