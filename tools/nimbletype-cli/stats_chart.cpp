@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 #include "text/format/number_format.h"
@@ -21,7 +22,7 @@ std::string padded(const std::string& label, std::size_t width) {
 int height(std::int64_t words, std::int64_t end) {
   if (words <= 0) return 0;
   const double share = static_cast<double>(words) / static_cast<double>(end);
-  return std::max(1, static_cast<int>(share * rows * steps + 0.5));
+  return std::max(1, static_cast<int>(std::lround(share * rows * steps)));
 }
 
 std::string barsOfRow(const std::vector<ChartDay>& days, int row, std::int64_t end) {

@@ -58,6 +58,7 @@ void printFamily(pid_t application, const char* when) {
   family.insert(family.begin(), application);
   for (const pid_t process : family) printMemory(process, when);
   std::vector<long> before;
+  before.reserve(family.size());
   for (const pid_t process : family) before.push_back(sleepsOf(process));
   rest(idleTime);
   for (std::size_t i = 0; i < family.size(); ++i)

@@ -7,12 +7,12 @@ namespace nimbletype {
 
 // A text in a window of a real application, and the suggestion for it.
 struct PhotoScene {
-  const char* name;               // of the picture
-  const char* editor;             // an EditorProgram's
+  const char* name = "";          // of the picture
+  const char* editor = "";        // an EditorProgram's
   int width = 560, height = 150;  // of the window, in its own pixels
-  const char* text;
-  const char* suggestion;     // empty: whatever the application itself offers
-  const char* settings = "";  // JSON members, on top of those of all scenes
+  const char* text = "";
+  const char* suggestion = "";  // empty: whatever the application itself offers
+  const char* settings = "";    // JSON members, on top of those of all scenes
   EditorLook look = {};
   // Opened with the key for other suggestions, one a line; in place of a suggestion.
   const char* others = "";

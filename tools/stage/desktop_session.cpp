@@ -14,8 +14,6 @@
 #include <string_view>
 #include <thread>
 
-extern char** environ;
-
 namespace nimbletype {
 namespace {
 
@@ -32,6 +30,7 @@ constexpr const char* tellAndStay =
 
 pid_t spawn(const std::vector<std::string>& command, posix_spawn_file_actions_t* actions) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const auto& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   pid_t process = 0;

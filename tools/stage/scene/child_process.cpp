@@ -21,12 +21,13 @@ std::vector<std::string> environmentWith(const std::map<std::string, std::string
     const std::string line = *entry;
     if (!changes.contains(line.substr(0, line.find('=')))) result.push_back(line);
   }
-  for (const auto& [name, value] : changes) result.push_back(name + "=" + value);
+  for (const auto& [name, value] : changes) result.emplace_back(name).append("=").append(value);
   return result;
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
   std::vector<char*> result;
+  result.reserve(texts.size() + 1);
   for (std::string& text : texts) result.push_back(text.data());
   result.push_back(nullptr);
   return result;

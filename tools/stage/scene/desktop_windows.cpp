@@ -118,7 +118,8 @@ QImage DesktopWindows::pictureOf(xcb_window_t window, const QRect& part) const {
   const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
   if (!reply || reply->depth < 24) return {};
   const uchar* pixels = xcb_get_image_data(reply.get());
-  return QImage(pixels, part.width(), part.height(), part.width() * 4, QImage::Format_RGB32).copy();
+  return QImage(pixels, part.width(), part.height(), qsizetype{4} * part.width(), QImage::Format_RGB32)
+      .copy();
 }
 
 }  // namespace nimbletype

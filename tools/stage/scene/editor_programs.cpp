@@ -114,6 +114,7 @@ std::optional<EditorProgram> editorProgram(const std::string& name) {
 
 std::vector<std::string> editorNames() {
   std::vector<std::string> names;
+  names.reserve(std::size(known));
   for (const Known& each : known) names.emplace_back(each.name);
   return names;
 }
