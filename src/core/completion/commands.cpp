@@ -110,8 +110,8 @@ bool Commands::suggestNow() {
 bool Commands::showAlternatives() {
   if (s_.offer.isListOpen()) return s_.offer.moveRow(1);
   if (!hasField()) return false;
-  const auto reason =
-      s_.gates.firstGate(field(), {.forced = true, .insideInsertion = s_.hand.isCaretLate(field())});
+  const bool isCaretLate = s_.offer.hasSuggestion() && s_.hand.isCaretLate(field());
+  const auto reason = s_.gates.firstGate(field(), {.forced = true, .insideInsertion = isCaretLate});
   if (reason) return follower_.block(*reason), false;
   s_.offer.hide();
   follower_.cancelWork();

@@ -71,22 +71,23 @@ Offer::Step Offer::follow(const FieldSnapshot& snapshot, bool own) {
 }
 
 Offer::Step Offer::grow(std::string text, const FieldSnapshot& snapshot) {
-  if (suggestion_) {
-    auto longer = continued(*suggestion_, std::move(text));
-    if (!longer || longer->text == suggestion_->text) return Step::none;
-    if (longer->text.empty()) return hide(), Step::lost;
-    suggestion_ = std::move(longer);
-    if (isTypedOut()) return Step::typedOut;
-  }
-  const bool isNew = !suggestion_;
-  if (isNew) {
-    if (text.empty()) return Step::none;
-    suggestion_ = makeSuggestion(std::move(text), snapshot.before, snapshot.fieldKey);
-    display_.begin(tabAccepts());
-  }
+  if (!suggestion_) return text.empty() ? Step::none : begin(std::move(text), snapshot);
+  auto longer = continued(*suggestion_, std::move(text));
+  if (!longer || longer->text == suggestion_->text) return Step::none;
+  if (longer->text.empty()) return hide(), Step::lost;
+  suggestion_ = std::move(longer);
+  if (isTypedOut()) return Step::typedOut;
+  const Step step = present(snapshot);
+  if (step == Step::kept) changed();
+  return step;
+}
+
+Offer::Step Offer::begin(std::string text, const FieldSnapshot& snapshot) {
+  suggestion_ = makeSuggestion(std::move(text), snapshot.before, snapshot.fieldKey);
+  display_.begin(tabAccepts());
   const Step step = present(snapshot);
   if (step != Step::kept) return step;
-  if (isNew) display_.countHint();
+  display_.countHint();
   changed();
   return step;
 }

@@ -109,6 +109,7 @@ class Offer {
 
  private:
   bool tabAccepts() const { return s_.decision.get().tabAccepts; }
+  Step begin(std::string text, const FieldSnapshot& snapshot);
   Step present(const FieldSnapshot& snapshot);
   bool offerEmoticon(const FieldSnapshot& snapshot, bool wasAsked);
   void forgetAllButEmoji();
