@@ -67,6 +67,7 @@ LlamaServer::~LlamaServer() {
 void LlamaServer::start(const std::string& program, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), program);
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (auto& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   const auto log = (folder_.path / "log").string();
