@@ -84,7 +84,10 @@ TEST(SureCorrection, OnlySlipsOfTheHand) {
   for (const auto& c : cases) EXPECT_EQ(isSureCorrection(c.word, c.suggestion), c.sure) << c.word;
 }
 
-TEST_F(HunspellSpellCheckerTest, MayGoWhileItLooksSomethingUp) {
+TEST(HunspellSpellChecker, MayGoWhileItLooksSomethingUp) {
+  int noArguments = 0;
+  const QCoreApplication application{noArguments, nullptr};
+  QtMainLoop loop;
   auto checker = std::make_unique<HunspellSpellChecker>(loop, "en_US");
   waitFor("the dictionary", [&] { return checker->isReady(); });
   checker->correction("recieve");

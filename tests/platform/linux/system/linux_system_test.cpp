@@ -14,61 +14,54 @@
 namespace nimbletype {
 namespace {
 
-< < < < < < < < HEAD : tests / platform / linux / system /
-                       linux_background_work_test.cpp struct LinuxBackgroundWorkHarness {
+struct LinuxBackgroundWorkHarness {
   BackgroundWork& work() { return background; }
-  bool runUntil(const std::function<bool()>& done) {
-    loop.runUntil(done);
-    return true;
+  void waitFor(const std::string&, const std::function<bool()>& done) { loop.runUntil(done); }
+  WaitingMainLoop loop;
+  LinuxBackgroundWork background{loop};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, BackgroundWorkConformance, LinuxBackgroundWorkHarness);
+
+int niceness() {
+  return getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+}
+
+TEST(LinuxBackgroundWork, YieldsWithoutSlowingTheMainThread) {
+  LinuxBackgroundWorkHarness harness;
+  const int before = niceness();
+  const auto worker = std::make_shared<int>(before);
+  bool done = false;
+  const Task task = harness.work().run([worker](const auto&) { *worker = niceness(); }, [&] { done = true; });
+  harness.loop.runUntil([&] { return done; });
+  EXPECT_GT(*worker, before);
+  EXPECT_EQ(niceness(), before);
+}
+
+TEST(LinuxDiskSpace, TellsTheVolumeOfAFolderThatIsNotThereYet) {
+  const TemporaryFolder folder;
+  const LinuxDiskSpace space;
+  EXPECT_EQ(nearestExisting(folder.path / "a" / "b"), folder.path);
+  EXPECT_GT(space.available(folder.path / "a" / "b"), 0);
+  EXPECT_EQ(nearestExisting("/"), "/");
+}
+
+struct LinuxPermissionSourceHarness {
+  PermissionSource& permissions() { return source; }
+  VirtualMainLoop loop;
+  ScriptedAccessibility accessibility{loop};
+  LinuxPermissionSource source{accessibility};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PermissionSourceConformance, LinuxPermissionSourceHarness);
+
+TEST(LinuxPermissionSource, AccessIsThereWhenTheAccessibilityBusIs) {
+  LinuxPermissionSourceHarness harness;
+  for (const bool open : {false, true}) {
+    harness.accessibility.trusted = open;
+    EXPECT_EQ(harness.source.isTrusted(), open);
   }
-  == == == == struct LinuxBackgroundWorkHarness {
-    BackgroundWork& work() { return utility; }
-    void waitFor(const std::string&, const std::function<bool()>& done) { loop.runUntil(done); }
-    >>>>>>>> 3266533(Tell what every adapter must do once, on one way of waiting)
-        : tests / platform / linux / system / linux_system_test.cpp WaitingMainLoop loop;
-    LinuxBackgroundWork background{loop};
-  };
-
-  INSTANTIATE_TYPED_TEST_SUITE_P(Linux, BackgroundWorkConformance, LinuxBackgroundWorkHarness);
-
-  int niceness() { return getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())); }
-
-  TEST(LinuxBackgroundWork, YieldsWithoutSlowingTheMainThread) {
-    LinuxBackgroundWorkHarness harness;
-    const int before = niceness();
-    const auto worker = std::make_shared<int>(before);
-    bool done = false;
-    const Task task =
-        harness.work().run([worker](const auto&) { *worker = niceness(); }, [&] { done = true; });
-    harness.loop.runUntil([&] { return done; });
-    EXPECT_GT(*worker, before);
-    EXPECT_EQ(niceness(), before);
-  }
-
-  TEST(LinuxDiskSpace, TellsTheVolumeOfAFolderThatIsNotThereYet) {
-    const TemporaryFolder folder;
-    const LinuxDiskSpace space;
-    EXPECT_EQ(nearestExisting(folder.path / "a" / "b"), folder.path);
-    EXPECT_GT(space.available(folder.path / "a" / "b"), 0);
-    EXPECT_EQ(nearestExisting("/"), "/");
-  }
-
-  struct LinuxPermissionsHarness {
-    PermissionSource& permissions() { return source; }
-    VirtualMainLoop loop;
-    ScriptedAccessibility accessibility{loop};
-    LinuxPermissionSource source{accessibility};
-  };
-
-  INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PermissionSourceConformance, LinuxPermissionsHarness);
-
-  TEST(LinuxPermissionSource, AccessIsThereWhenTheAccessibilityBusIs) {
-    LinuxPermissionsHarness harness;
-    for (const bool open : {false, true}) {
-      harness.accessibility.trusted = open;
-      EXPECT_EQ(harness.source.isTrusted(), open);
-    }
-  }
+}
 
 }  // namespace
 }  // namespace nimbletype
