@@ -45,7 +45,7 @@ std::optional<double> caretAdvance(const GhostContent& drawn, std::string_view t
   return direction == text::Direction::leftToRight ? width : -width;
 }
 
-GhostContent GhostAdvance::follow(GhostContent reported) {
+GhostContent GhostAdvance::follow(const GhostContent& reported) {
   const double reportedX = reported.caretRect.x;
   const auto typed = last_ ? typedSince(last_->drawn, reported) : std::nullopt;
   Last now{reported, reportedX, false, reportedX, 0};

@@ -24,7 +24,7 @@ class GhostAdvance {
 
   // The content with the caret where the letters typed since the last one end: a report that differs by no
   // more than rounding is not followed, one that has not moved at all is not believed.
-  GhostContent follow(GhostContent reported);
+  GhostContent follow(const GhostContent& reported);
   // Nothing is drawn any more.
   void forget() { last_.reset(); }
 
