@@ -1,6 +1,7 @@
 #include "core/completion/offers/offer.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "text/text.h"
