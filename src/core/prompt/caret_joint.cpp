@@ -73,8 +73,9 @@ bool startsWithCapitalOrDigit(std::string_view word) {
   return text::isDigit(first) || text::lowercased(first) != first;
 }
 
-// Whether two words were run together: the typed one is finished, and both together are none.
-bool runsWordsTogether(std::string_view reply, const ReplyFrame& frame) {
+// Whether two words were run together: the typed one is finished, and both together are none. Without a
+// dictionary a word that was seen is the best there is to go by.
+bool runsWordsTogether(std::string_view reply, const ReplyFrame& frame, bool lostLabel) {
   const std::string typed(unfinishedWord(frame.before)), next(firstWord(reply));
   if (typed.empty() || next.empty() || !frame.isSpelled) return false;
   const auto isSeen = [&](const std::string& word) { return frame.isSeen && frame.isSeen(word); };
@@ -82,7 +83,8 @@ bool runsWordsTogether(std::string_view reply, const ReplyFrame& frame) {
   if (!frame.isSpelled(typed) && !isSeen(typed)) return false;
   if (endsInSmallLetter(typed) && text::characterCount(typed) > 1 && startsWithCapitalOrDigit(next))
     return true;
-  return !frame.isSpelled(typed + next) && (frame.isSpelled(next) || isSeen(next));
+  if (frame.isSpelled(typed + next)) return !frame.hasDictionary && (lostLabel || isSeen(typed));
+  return frame.isSpelled(next) || isSeen(next);
 }
 
 // "3.5", "example.com" and "e.g." stay whole: only a capital after a small letter shows that a
@@ -134,14 +136,16 @@ std::size_t repeatedTail(std::string_view before, std::string_view reply, std::s
   return 0;
 }
 
-std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame, bool mayLackBlank) {
+std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame, bool lostLabel) {
   const std::string_view before = frame.before;
   const std::size_t start = std::min(reply.find_first_not_of("\r\n"), reply.size());
   reply = reply.substr(start, reply.find_first_of("\r\n", start) - start);
   if (text::isBlank(reply)) return {};
   const std::string_view rest = withoutRepetition(reply, frame);
+  const bool mayLackBlank = lostLabel || frame.style == PromptStyle::instruct;
   if (endsInBlank(before) || opensBracketOrQuote(before)) return std::string(text::trimmedStart(rest));
-  if (missesBlankAfterPunctuation(before, rest) || (mayLackBlank && runsWordsTogether(rest, frame)))
+  if (missesBlankAfterPunctuation(before, rest) ||
+      (mayLackBlank && runsWordsTogether(rest, frame, lostLabel)))
     return " " + std::string(rest);
   return std::string(rest);
 }

@@ -7,9 +7,9 @@
 namespace nimbletype {
 
 // Makes a reply start exactly at the caret: typed text that it repeats is removed, an unfinished word that it
-// begins anew is continued, and there is one blank at the joint where one belongs. `mayLackBlank`: a reply
-// that begins with a letter may begin a new word all the same. A suggestion is one line.
-std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame, bool mayLackBlank);
+// begins anew is continued, and there is one blank at the joint where one belongs. `lostLabel`: a blank may
+// have gone with the label before the reply. A suggestion is one line.
+std::string joinedAtCaret(std::string_view reply, const ReplyFrame& frame, bool lostLabel);
 
 // The run of letters, digits and apostrophes at the end of a text: a word that may still grow.
 std::string_view unfinishedWord(std::string_view before);

@@ -105,9 +105,8 @@ std::string cleanReply(std::string_view reply, const ReplyFrame& frame) {
   const std::string_view labelled = cutAtEchoedLabel(answer), unlabelled = withoutLeadingLabel(labelled);
   const std::string_view rest = withoutQuotePair(withoutFences(unlabelled));
   if (isRefusal(rest)) return {};
-  // A label takes the blank behind it along.
-  const bool mayLackBlank = frame.style == PromptStyle::instruct || unlabelled.size() < labelled.size();
-  const std::string joined = joinedAtCaret(withSingleBlanks(rest), frame, mayLackBlank);
+  const bool lostLabel = unlabelled.size() < labelled.size();
+  const std::string joined = joinedAtCaret(withSingleBlanks(rest), frame, lostLabel);
   return std::string(text::trimmedEnd(text::firstWords(joined, static_cast<std::size_t>(frame.words))));
 }
 

@@ -18,8 +18,9 @@ struct ReplyFrame {
   // The engine was asked to write the unfinished word again from its start.
   bool rewritesWord = false;
   // These tell a finished word from a half one, where a reply may have lost the blank it begins with.
-  WordTest isSpelled{};  // as its language spells it
-  WordTest isSeen{};     // stands in the field or around it as a word of its own
+  WordTest isSpelled{};       // as its language spells it
+  bool hasDictionary = true;  // else `isSpelled` has nothing against any word but a few
+  WordTest isSeen{};          // stands in the field or around it as a word of its own
 };
 
 // A reply as a continuation that starts exactly at the caret; empty when there is nothing to show.

@@ -32,6 +32,8 @@ class TypoChecker {
   std::optional<TypoFix> fix(std::string_view before);
   // Whether the checker has nothing against a word, of whatever kind it is.
   bool knows(std::string_view word) { return !isUnknown(word); }
+  // Whether it is against what no language has: where it knows of no dictionary, every word is right.
+  bool hasDictionary() { return isUnknown("xqzvkjw"); }
   // Forgets what has been looked up so far: the dictionary has changed.
   void forget() {
     corrections_.clear();

@@ -12,6 +12,7 @@ std::string ReplyCleaner::operator()(const std::string& reply) const {
                             .style = frame_.style,
                             .rewritesWord = frame_.rewritesWord,
                             .isSpelled = [this](std::string_view word) { return typo_->knows(word); },
+                            .hasDictionary = typo_->hasDictionary(),
                             .isSeen = [this](std::string_view word) { return isSeen(word); }});
 }
 
