@@ -85,9 +85,10 @@ std::uint16_t freePort() {
   const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
   auto address = loopback(0);
   socklen_t size = sizeof address;
-  ::bind(socket, reinterpret_cast<const sockaddr*>(&address), size);
+  const bool isBound = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), size) == 0;
   ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
   ::close(socket);
+  if (!isBound) throw std::runtime_error("found no free port");
   return ntohs(address.sin_port);
 }
 

@@ -21,7 +21,7 @@ bool SuggestionDisplay::show(const FieldSnapshot& snapshot, std::string rest, bo
     content->hintLabel = displayName(*key);
   }
   s_.log.log("engine", presentLogLine(*content, snapshot.before));
-  s_.ghost.present(advance_.follow(std::move(*content)));
+  s_.ghost.present(advance_.follow(*content));
   return true;
 }
 
