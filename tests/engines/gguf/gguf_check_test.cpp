@@ -5,7 +5,7 @@
 #include <fstream>
 #include <functional>
 
-#include "tests/platform/storage/temporary_folder.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "tests/engines/writing/runtime_fixture.h"
-#include "tests/platform/storage/temporary_folder.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {

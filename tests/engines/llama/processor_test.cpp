@@ -6,7 +6,7 @@
 #include <fstream>
 #include <tuple>
 
-#include "tests/platform/storage/temporary_folder.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_background_work.h"
 #include "platform/scripted/system/virtual_main_loop.h"
-#include "tests/platform/storage/temporary_folder.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 

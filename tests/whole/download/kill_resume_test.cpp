@@ -8,9 +8,9 @@
 #include <thread>
 
 #include "engines/store/file_digest.h"
-#include "tests/platform/storage/temporary_folder.h"
 #include "tests/whole/download/download_process.h"
 #include "tools/stage/servers/https_file_server.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {

@@ -80,6 +80,14 @@ TEST(FieldSession, TellsNothingOfSecretsAndWhereTheUserIs) {
   EXPECT_EQ(left[0].text(), "");
   EXPECT_EQ(left[0].ruleKey, "web:example.com");
   EXPECT_TRUE(left[0].isTerminal && left[0].isPrivateWindow);
+
+  snapshot.fieldKey = "b";
+  session.seen(snapshot);
+  snapshot.isSecure = true;  // hidden again
+  session.seen(snapshot);
+  session.leave();
+  ASSERT_EQ(left.size(), 2U);
+  EXPECT_EQ(left[1].text(), "");
 }
 
 }  // namespace

@@ -1,2 +1,0 @@
-#pragma once
-#include "tools/stage/temporary_folder.h"
