@@ -14,6 +14,8 @@ class KeyWindow {
  public:
   explicit KeyWindow(const std::string& display);  // returns once the window has the focus
 
+  // Readable when something has arrived.
+  int descriptor() const { return xcb_get_file_descriptor(connection_.get()); }
   // Takes what has arrived.
   void read();
   // Whether somebody holds this key on the window.
