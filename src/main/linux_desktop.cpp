@@ -47,6 +47,7 @@ Ports LinuxDesktop::ports() {
           .power = power_,
           .spellChecker = spellChecker_,
           .permissions = permissions_,
+          .systemSettings = systemSettings_,
           .defaults = defaults_,
           .rulesFile = files_.rules,
           .statisticsFile = files_.statistics,

@@ -17,6 +17,7 @@
 #include "platform/linux/storage/secret_service_store.h"
 #include "platform/linux/system/linux_background_work.h"
 #include "platform/linux/system/linux_permission_source.h"
+#include "platform/linux/system/linux_system_settings.h"
 #include "platform/linux/system/stderr_system_log.h"
 #include "platform/linux/system/upower_power_source.h"
 #include "platform/qt/desktop/qt_screens.h"
@@ -50,6 +51,7 @@ class LinuxDesktop {
   UPowerPowerSource power_;
   HunspellSpellChecker spellChecker_;
   LinuxPermissionSource permissions_;
+  LinuxSystemSettings systemSettings_;
   AtomicFile defaultsFile_;
   DataFiles files_;
   JsonDefaultsStore defaults_;

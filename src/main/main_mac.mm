@@ -32,6 +32,7 @@
 #include "platform/mac/system/mac_permission_source.h"
 #include "platform/mac/system/mac_power_source.h"
 #include "platform/mac/system/mac_system_log.h"
+#include "platform/mac/system/mac_system_settings.h"
 
 namespace {
 
@@ -77,6 +78,7 @@ class Application {
   MacPowerSource power_;
   MacSpellChecker spellChecker_;
   MacPermissionSource permissions_;
+  MacSystemSettings systemSettings_;
   MacDefaultsStore defaults_{defaultsDomain()};
   DataFiles files_{dataFolder()};
   MacHttpClient http_;
@@ -104,6 +106,7 @@ class Application {
                    .power = power_,
                    .spellChecker = spellChecker_,
                    .permissions = permissions_,
+                   .systemSettings = systemSettings_,
                    .defaults = defaults_,
                    .rulesFile = files_.rules,
                    .statisticsFile = files_.statistics,

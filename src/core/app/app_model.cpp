@@ -33,7 +33,7 @@ AppModel::AppModel(Ports ports)
                emojiPicker_, ports_.screens, ports_.fontMetrics, ports_.secureInput, power_, stats_, memory_,
                ports_.log}),
       keys_(keyTap_, engine_, prefs_),
-      permissions_(ports_.permissions, ports_.loop),
+      permissions_(ports_.permissions, ports_.systemSettings, ports_.loop),
       watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
   engine_.setSource(fieldSource_);
   engine_.session().askTerminal([this] {

@@ -58,6 +58,7 @@ struct Ports {
   PowerSource& power;
   SpellChecker& spellChecker;
   PermissionSource& permissions;
+  SystemSettings& systemSettings;
   DefaultsStore& defaults;
   FileStore& rulesFile;
   FileStore& statisticsFile;

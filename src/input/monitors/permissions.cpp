@@ -12,7 +12,8 @@ constexpr std::string_view controlCentreSettings =
 
 }  // namespace
 
-Permissions::Permissions(PermissionSource& source, MainLoop& loop) : source_(source), loop_(loop) {
+Permissions::Permissions(PermissionSource& source, SystemSettings& settings, MainLoop& loop)
+    : source_(source), settings_(settings), loop_(loop) {
   state_ = read();
   state_.accessibilityGrantedAt.reset();
   source_.onTrustChange([this] { trustMayHaveChanged(); });
@@ -27,7 +28,7 @@ Permissions::State Permissions::read() const {
   State now = state_;
   now.accessibility = source_.isTrusted();
   now.screenRecording = source_.canRecordScreen();
-  now.systemPredictionsOn = source_.systemPredictionsOn();
+  now.systemPredictionsOn = settings_.predictionsOn();
   now.accessibilityLooksStuck = looksStuck(now.accessibility);
   if (!now.accessibility) now.accessibilityGrantedAt.reset();
   if (now.accessibility && !state_.accessibility) now.accessibilityGrantedAt = loop_.wallNow();
@@ -80,6 +81,11 @@ void Permissions::askForAccessibility() {
 void Permissions::askForScreenRecording() {
   if (!source_.canRecordScreen() && !source_.askForScreenRecording())
     source_.openSettings(securitySettings + "Privacy_ScreenCapture");
+  refresh();
+}
+
+void Permissions::switchSystemPredictionsOff() {
+  settings_.switchPredictionsOff();
   refresh();
 }
 

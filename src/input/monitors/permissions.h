@@ -7,6 +7,7 @@
 #include "platform/system/main_loop.h"
 #include "platform/system/observers.h"
 #include "platform/system/permission_source.h"
+#include "platform/system/system_settings.h"
 
 namespace nimbletype {
 
@@ -19,14 +20,15 @@ class Permissions {
   // allowed, but means another copy of it.
   static constexpr Milliseconds stuckAfter{30'000};
 
-  Permissions(PermissionSource& source, MainLoop& loop);
+  Permissions(PermissionSource& source, SystemSettings& settings, MainLoop& loop);
   Permissions(const Permissions&) = delete;
   Permissions& operator=(const Permissions&) = delete;
   ~Permissions();
 
   bool accessibility() const { return state_.accessibility; }
   bool screenRecording() const { return state_.screenRecording; }
-  bool systemPredictionsOn() const { return state_.systemPredictionsOn; }
+  // None where the desktop does not predict words.
+  std::optional<bool> systemPredictionsOn() const { return state_.systemPredictionsOn; }
   bool accessibilityLooksStuck() const { return state_.accessibilityLooksStuck; }
   // When access was seen to be granted; none when it was there from the start.
   std::optional<WallTime> accessibilityGrantedAt() const { return state_.accessibilityGrantedAt; }
@@ -40,6 +42,7 @@ class Permissions {
   // Asks the user through the desktop, and shows where to allow it.
   void askForAccessibility();
   void askForScreenRecording();
+  void switchSystemPredictionsOff();
   void openKeyboardSettings();
   void openControlCentreSettings();
   // Whether this message of a grant is to be shown now: each is, once.
@@ -49,8 +52,8 @@ class Permissions {
 
  private:
   struct State {
-    bool accessibility = false, screenRecording = false, systemPredictionsOn = false;
-    bool accessibilityLooksStuck = false;
+    bool accessibility = false, screenRecording = false, accessibilityLooksStuck = false;
+    std::optional<bool> systemPredictionsOn;
     std::optional<WallTime> accessibilityGrantedAt, accessibilityRequestedAt;
     bool operator==(const State&) const = default;
   };
@@ -63,6 +66,7 @@ class Permissions {
   void lookAgain(Milliseconds interval);
 
   PermissionSource& source_;
+  SystemSettings& settings_;
   MainLoop& loop_;
   State state_;
   std::optional<MonotonicTime> requested_;  // the wall clock may be set meanwhile

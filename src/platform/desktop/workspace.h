@@ -11,12 +11,13 @@ namespace nimbletype {
 
 struct RunningApp {
   std::int64_t processID = 0;
-  std::string bundleID;    // on Linux the desktop file's id
-  std::string appName;     // for people
-  std::string bundlePath;  // empty where the desktop has no bundles
+  std::string bundleID{};    // on Linux the desktop file's id
+  std::string appName{};     // for people
+  std::string bundlePath{};  // empty where the desktop has no bundles
   // Its shortcuts take Shift on top, as those of Linux terminals do: their programs use the plain ones.
   bool isTerminal = false;
   bool isOurs = false;  // this process; it cannot answer itself through Accessibility
+  std::string icon{};   // a bundle, a picture's file or the name the desktop's theme has for it; may be empty
   bool operator==(const RunningApp&) const = default;
 };
 

@@ -21,8 +21,6 @@ class PermissionSource {
   // Lets the desktop ask the user. True when it is allowed.
   virtual bool askForScreenRecording() = 0;
 
-  // Whether the desktop predicts words inside text fields itself.
-  virtual bool systemPredictionsOn() const = 0;
   // Opens a page of the desktop's own settings; nothing happens where it has none.
   virtual void openSettings(std::string_view address) = 0;
 };

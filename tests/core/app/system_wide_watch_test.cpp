@@ -6,6 +6,7 @@
 #include "platform/scripted/keys/scripted_event_tap.h"
 #include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/scripted_permission_source.h"
+#include "platform/scripted/system/scripted_system_settings.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -22,8 +23,9 @@ struct SystemWideWatchTest : testing::Test {
   VirtualMainLoop loop;
   RecordingSystemLog log;
   ScriptedPermissionSource desktop;
+  ScriptedSystemSettings settings;
   ScriptedEventTap tap;
-  Permissions permissions{desktop, loop};
+  Permissions permissions{desktop, settings, loop};
   KeyTap keys{tap, log};
   int begun = 0;
   SystemWideWatch watch{permissions, keys, loop, log, [this] { ++begun; }};

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/scripted/system/scripted_permission_source.h"
+#include "platform/scripted/system/scripted_system_settings.h"
 #include "platform/scripted/system/virtual_main_loop.h"
 
 namespace nimbletype {
@@ -22,7 +23,8 @@ struct PermissionsTest : testing::Test {
   }
   VirtualMainLoop loop;
   ScriptedPermissionSource desktop;
-  Permissions permissions{desktop, loop};
+  ScriptedSystemSettings settings;
+  Permissions permissions{desktop, settings, loop};
   Task observation;
   int granted = 0, told = 0;
 };

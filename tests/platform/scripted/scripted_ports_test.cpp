@@ -1,3 +1,5 @@
+#include "platform/scripted/desktop/recording_status_bar.h"
+#include "platform/scripted/desktop/scripted_running_apps.h"
 #include "platform/scripted/keys/recording_event_poster.h"
 #include "platform/scripted/keys/scripted_event_tap.h"
 #include "platform/scripted/language/scripted_spell_checker.h"
@@ -6,8 +8,11 @@
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/storage/memory_secret_store.h"
 #include "platform/scripted/system/scripted_background_work.h"
+#include "platform/scripted/system/scripted_login_item.h"
 #include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/scripted_power_source.h"
+#include "tests/platform/desktop/running_apps_conformance.h"
+#include "tests/platform/desktop/status_bar_conformance.h"
 #include "tests/platform/keys/event_poster_conformance.h"
 #include "tests/platform/keys/event_tap_conformance.h"
 #include "tests/platform/language/spell_checker_conformance.h"
@@ -17,6 +22,7 @@
 #include "tests/platform/storage/file_store_conformance.h"
 #include "tests/platform/storage/secret_store_conformance.h"
 #include "tests/platform/system/background_work_conformance.h"
+#include "tests/platform/system/login_item_conformance.h"
 #include "tests/platform/system/main_loop_conformance.h"
 #include "tests/platform/system/permission_source_conformance.h"
 #include "tests/platform/system/power_source_conformance.h"
@@ -62,6 +68,41 @@ struct ScriptedPowerHarness : VirtualTime {
 struct ScriptedPermissionsHarness {
   PermissionSource& permissions() { return scripted; }
   ScriptedPermissionSource scripted;
+};
+
+struct ScriptedLoginHarness {
+  LoginItem& item() { return scripted; }
+  void refuse() { scripted.refusal = "not now"; }
+  ScriptedLoginItem scripted;
+};
+
+struct RecordingBarHarness {
+  StatusBar& bar() { return recording; }
+  void click() { recording.click(); }
+  void waitFor(const std::string& what, const std::function<bool()>& condition) {
+    EXPECT_TRUE(condition()) << what;
+  }
+  RecordingStatusBar recording;
+};
+
+class ScriptedApps : public conformance::RunningAppsWorld {
+ public:
+  RunningApps& apps() override { return scripted_; }
+  std::int64_t launch(const std::string& name, bool refusesToQuit) override {
+    if (refusesToQuit)
+      scripted_.stubborn.insert(++last_);
+    else
+      ++last_;
+    scripted_.launch({.processID = last_, .bundleID = "org.example." + name, .appName = name});
+    return last_;
+  }
+  void waitFor(const std::string& what, const std::function<bool()>& condition) override {
+    EXPECT_TRUE(condition()) << what;
+  }
+
+ private:
+  ScriptedRunningApps scripted_;
+  std::int64_t last_ = 0;
 };
 
 struct ScriptedPasteboardHarness : VirtualTime {
@@ -123,10 +164,17 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarne
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, LoginItemConformance, ScriptedLoginHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Recording, StatusBarConformance, RecordingBarHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, EventTapConformance, ScriptedTapHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, SpellCheckerConformance, ScriptedSpellCheckerHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Recording, EventPosterConformance, RecordingPosterHarness);
 
 }  // namespace
+
+namespace conformance {
+INSTANTIATE_TEST_SUITE_P(Scripted, RunningAppsConformance,
+                         testing::Values(&makeRunningAppsWorld<ScriptedApps>));
+}  // namespace conformance
 }  // namespace nimbletype

@@ -15,7 +15,6 @@ class LinuxPermissionSource final : public PermissionSource {
   void onTrustChange(std::function<void()>) override {}
   bool canRecordScreen() const override { return true; }
   bool askForScreenRecording() override { return true; }
-  bool systemPredictionsOn() const override { return false; }
   void openSettings(std::string_view) override {}
 
  private:

@@ -18,7 +18,6 @@ class MacPermissionSource final : public PermissionSource {
   void onTrustChange(std::function<void()> changed) override;
   bool canRecordScreen() const override;
   bool askForScreenRecording() override;
-  bool systemPredictionsOn() const override;
   void openSettings(std::string_view address) override;
 
  private:

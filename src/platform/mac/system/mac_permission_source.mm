@@ -37,14 +37,6 @@ bool MacPermissionSource::askForScreenRecording() {
   return CGRequestScreenCaptureAccess();
 }
 
-// Where the user has never chosen, the system knows its default.
-bool MacPermissionSource::systemPredictionsOn() const {
-  NSDictionary* global = [NSUserDefaults.standardUserDefaults persistentDomainForName:NSGlobalDomain];
-  NSNumber* chosen = global[@"NSAutomaticInlinePredictionEnabled"];
-  if ([chosen isKindOfClass:NSNumber.class]) return chosen.boolValue;
-  return NSSpellChecker.automaticInlinePredictionEnabled;
-}
-
 void MacPermissionSource::openSettings(std::string_view address) {
   NSURL* url = [NSURL URLWithString:nsString(address)];
   if (url) [NSWorkspace.sharedWorkspace openURL:url];

@@ -15,14 +15,13 @@ class ScriptedPermissionSource : public PermissionSource {
   void onTrustChange(std::function<void()> changed) override { changed_ = std::move(changed); }
   bool canRecordScreen() const override { return recording; }
   bool askForScreenRecording() override { return recording = recording || grantsRecording; }
-  bool systemPredictionsOn() const override { return predictions; }
   void openSettings(std::string_view address) override { opened.emplace_back(address); }
 
   void tell() {
     if (changed_) changed_();
   }
 
-  bool trusted = false, recording = false, predictions = false;
+  bool trusted = false, recording = false;
   bool grantsRecording = false;  // the user allows it when asked
   int asked = 0;
   std::vector<std::string> opened;
