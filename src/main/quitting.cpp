@@ -5,7 +5,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr Milliseconds patience{2'000};
+constexpr Milliseconds patience{700};
 
 }  // namespace
 

@@ -1,11 +1,16 @@
 #include "core/app/app_model.h"
 
+#include "core/app/setting_effects.h"
 #include "core/rules/built_in_lists.h"
 #include "engines/engine_set.h"
 
 namespace nimbletype {
 AppModel::AppModel(Ports ports)
     : ports_(std::move(ports)),
+      permissions_(ports_.permissions, ports_.systemSettings, ports_.loop),
+      rivals_(ports_.runningApps, ports_.loop, RivalApps(ports_.bundleIdentifier)),
+      power_(ports_.power, ports_.loop),
+      windows_(ports_.makeWindows(*this)),
       injector_({ports_.eventPoster, ports_.accessibility, ports_.pasteboard, ports_.loop, ports_.log}),
       fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log,
                     ports_.fontMetrics},
@@ -22,7 +27,6 @@ AppModel::AppModel(Ports ports)
                           ports_.modelFile ? static_cast<ModelLocator&>(namedModel_) : modelStore_,
                           ports_.http, ports_.secrets, ports_.onDevice, ports_.log})),
       typo_(ports_.spellChecker),
-      power_(ports_.power, ports_.loop),
       ghost_({ports_.ghostSurface, ports_.screens, ports_.fontMetrics, ports_.log}),
       emojiPicker_({ports_.emojiSurface, ports_.screens, ports_.fontMetrics}),
       alternatives_({ports_.alternativesSurface, ports_.screens, ports_.fontMetrics}, ports_.loop),
@@ -31,23 +35,24 @@ AppModel::AppModel(Ports ports)
                prefs_, ports_.user, [this](const RunningApp& app) { return mayLookInto(app); }),
       engine_({ports_.loop, prefs_, rules_, hub_, context_, typo_, ghost_, alternatives_, emoji_,
                emojiPicker_, ports_.screens, ports_.fontMetrics, ports_.secureInput, power_, stats_, memory_,
-               ports_.log}),
+               rivals_.pausedBy(), ports_.log}),
       keys_(keyTap_, engine_, prefs_),
-      permissions_(ports_.permissions, ports_.systemSettings, ports_.loop),
-      watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }) {
+      watch_(permissions_, keyTap_, ports_.loop, ports_.log, [this] { fieldSource_.start(); }),
+      launchAtLogin_(ports_.loginItem, ports_.log),
+      hiders_(ports_.runningApps, ports_.statusBar, ports_.screens),
+      menu_({prefs_, rules_, stats_, permissions_, rivals_, modelStore_, engine_.status(),
+             fieldSource_.frontApp(), ports_.workspace, ports_.region},
+            {[this] { windows_->openPlayground(); }, [this] { windows_->openSettings({}); }, ports_.quit}),
+      statusItem_({ports_.statusBar, windows_->menuPanel(), ports_.loop, prefs_},
+                  {[this] { return menu_.state(); }, [this](MenuAction action) { menu_.act(action); },
+                   [this] { menu_.lookAgain(); }}),
+      hiddenIcon_(hiders_, prefs_, ports_.loop, [this] { windows_->openHiddenIconPrompt(); }) {
   engine_.setSource(fieldSource_);
   engine_.session().askTerminal([this] {
     const auto front = ports_.workspace.frontmost();
     return front && front->isTerminal;
   });
   context_.onChange([this] { engine_.contextChanged(); });
-  modelPhase_ = modelStore_.observe([this] {
-    if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
-  });
-  memorySwitch_ = prefs_.memoryEnabled.observe([this] {
-    const bool isPaused = memory_.state().state == MemoryState::Case::paused;
-    if (prefs_.memoryEnabled.get() && isPaused) memory_.retry();
-  });
 }
 
 // Neither terminals nor password managers. Where the user wants no suggestions at all, nothing is read for
@@ -57,16 +62,70 @@ bool AppModel::mayLookInto(const RunningApp& app) const {
   return rules_.rule(appRuleKey(app.bundleID)).mode != RuleMode::off;
 }
 
+std::vector<Task> AppModel::followSettings() {
+  return follow(prefs_, {.engineChosen = [this] { engine_.engineChosen(); },
+                         .keysChanged = [this] { keys_.keysChanged(); },
+                         .memorySwitched =
+                             [this] {
+                               const bool isPaused = memory_.state().state == MemoryState::Case::paused;
+                               if (prefs_.memoryEnabled.get() && isPaused) memory_.retry();
+                             },
+                         .iconSwitched =
+                             [this] {
+                               statusItem_.installItem();
+                               hiddenIcon_.installed();
+                             },
+                         .countSwitched = [this] { statusItem_.refreshItem(); }});
+}
+
 bool AppModel::start() {
+  following_ = followSettings();
+  following_.push_back(modelStore_.observe([this] {
+    if (modelStore_.phase().state == ModelPhase::Case::installed) engine_.warmUp();
+  }));
+  following_.push_back(permissions_.observe([this] { accessMayHaveArrived(); }));
+  following_.push_back(menu_.observe([this] { statusItem_.refreshItem(); }));
   memory_.load();
   engine_.warmUp();
   return watch_.start();
 }
 
+void AppModel::showFace() {
+  menu_.lookAgain();
+  statusItem_.installItem();
+  hiddenIcon_.installed();
+  rivals_.start([this] { rivalAppeared(); });
+}
+
+// The last that began is the first to stop; whatever holds keys comes before whatever takes time.
 void AppModel::stop() {
+  following_.clear();
+  hiddenIcon_.cancel();
+  statusItem_.removeItem();
+  windows_->closeAll();
+  rivals_.stop();
   watch_.stop();
   engine_.session().leave();
+  modelStore_.cancelDownload();
   memory_.finish();
+  rules_.saveNow();
+  stats_.saveNow();
+}
+
+void AppModel::rivalAppeared() {
+  const bool quits = prefs_.quitRivalsAutomatically.get();
+  ports_.log.log("app", std::string("rival app running, auto quit ") + (quits ? "true" : "false"));
+  if (quits)
+    rivals_.quitRivals(false);
+  else
+    windows_->openRivalPrompt();
+}
+
+void AppModel::accessMayHaveArrived() {
+  const std::string title = "Accessibility is on. ", message = "Nimbletype is ready in your other apps.";
+  if (permissions_.accessibility() && permissions_.accessibilityGrantedAt() &&
+      permissions_.celebrate(title + message))
+    windows_->tell(title, message);
 }
 
 bool AppModel::canWrite() const {

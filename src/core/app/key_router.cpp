@@ -4,13 +4,10 @@
 
 namespace nimbletype {
 
-KeyRouter::KeyRouter(KeyTap& tap, CompletionEngine& engine, Preferences& prefs)
+KeyRouter::KeyRouter(KeyTap& tap, CompletionEngine& engine, const Preferences& prefs)
     : tap_(tap), engine_(engine), prefs_(prefs) {
   tap_.setHandler([this](const TapEvent& event) { return handle(event); });
   engine_.onShownChanged([this] { update(); });
-  for (AnySetting* setting : prefs_.settings())
-    if (setting->type() == SettingType::keyCombo)
-      observations_.push_back(setting->observe([this] { update(); }));
   update();
 }
 

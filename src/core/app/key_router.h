@@ -10,7 +10,9 @@ namespace nimbletype {
 // Between tap and engine: hands events to the engine and keeps the tap told of the keys that can be taken.
 class KeyRouter {
  public:
-  KeyRouter(KeyTap& tap, CompletionEngine& engine, Preferences& prefs);
+  KeyRouter(KeyTap& tap, CompletionEngine& engine, const Preferences& prefs);
+  // The tap is to know of other shortcuts.
+  void keysChanged() { update(); }
 
  private:
   bool handle(const TapEvent& event);
@@ -19,10 +21,9 @@ class KeyRouter {
 
   KeyTap& tap_;
   CompletionEngine& engine_;
-  Preferences& prefs_;
+  const Preferences& prefs_;
   HeldKey held_;
   std::vector<KeyCombo> takeable_;  // as the tap was told
-  std::vector<Task> observations_;
 };
 
 }  // namespace nimbletype

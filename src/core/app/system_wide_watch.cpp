@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/system/beat.h"
+
 namespace nimbletype {
 
 SystemWideWatch::SystemWideWatch(Permissions& permissions, KeyTap& tap, MainLoop& loop, SystemLog& log,
@@ -39,7 +41,7 @@ void SystemWideWatch::logStart() {
 }
 
 void SystemWideWatch::retryLater() {
-  retry_ = loop_.after(retryInterval, [this] {
+  retry_ = loop_.after(untilBeat(loop_, retryInterval), [this] {
     retryLater();
     if (permissions_.accessibility() && !tap_.isRunning() && tap_.start()) logStart();
   });

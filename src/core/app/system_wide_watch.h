@@ -12,7 +12,7 @@ namespace nimbletype {
 // refused or took away is asked for again now and then.
 class SystemWideWatch {
  public:
-  static constexpr Milliseconds retryInterval{10'000};
+  static constexpr Milliseconds retryInterval{30'000};
 
   // `begin` is called once, when fields can be read for the first time.
   SystemWideWatch(Permissions& permissions, KeyTap& tap, MainLoop& loop, SystemLog& log,

@@ -17,7 +17,7 @@ const Status showing{Status::Case::showing, {}}, thinking{Status::Case::thinking
 
 CompletionEngine::CompletionEngine(const Services& services)
     : s_(services),
-      gates_({s_.prefs, s_.rules, s_.secureInput, s_.power}),
+      gates_({s_.prefs, s_.rules, s_.secureInput, s_.power, s_.rival}),
       requests_({s_.loop, s_.prefs, s_.hub, s_.context, s_.memory, s_.power, s_.typo}),
       request_(s_.loop),
       offer_({s_.loop, s_.prefs, gates_.decision(), s_.ghost, s_.alternatives, s_.emoji, s_.emojiPicker,

@@ -33,6 +33,7 @@ class CompletionEngine {
     const PowerMonitor& power;
     StatsStore& stats;
     WritingMemory& memory;
+    const Observable<std::string>& rival;  // the name of a rival that runs, or empty
     SystemLog& log;
   };
 
@@ -61,6 +62,8 @@ class CompletionEngine {
   bool toggleGlobal() { return commands_.toggleGlobal(); }
   // Hides what is shown and cancels what is under way.
   void dismiss() { commands_.dismiss(); }
+  // Another engine was chosen, or another address or model of it.
+  void engineChosen() { warmUp_.engineChosen(); }
   // Brings the chosen engine into memory.
   void warmUp() { warmUp_.now(); }
   // What the context source would hand over has changed.

@@ -29,6 +29,16 @@ void dropEnded(RulesState& state, WallTime now) {
   if (state.globalPauseUntil && *state.globalPauseUntil <= now) state.globalPauseUntil.reset();
 }
 
+std::optional<WallTime> nextPauseEnd(const RulesState& state, WallTime now) {
+  std::optional<WallTime> next;
+  const auto consider = [&](WallTime end) {
+    if (end > now && end != untilResumed && (!next || end < *next)) next = end;
+  };
+  for (const auto& [key, end] : state.pauses) consider(end);
+  if (state.globalPauseUntil) consider(*state.globalPauseUntil);
+  return next;
+}
+
 }  // namespace
 
 AppRules::AppRules(const Preferences& preferences, FileStore& file, MainLoop& loop, SystemLog& log)
@@ -37,6 +47,7 @@ AppRules::AppRules(const Preferences& preferences, FileStore& file, MainLoop& lo
       file_(std::make_unique<RulesFile>(file, log)),
       state_(file_->load()) {
   dropEnded(state_, loop_.wallNow());
+  awaitPauseEnd();
 }
 
 AppRules::~AppRules() {
@@ -144,7 +155,19 @@ void AppRules::change(RulesState next) {
   state_ = std::move(next);
   unsaved_ = true;
   save_ = loop_.after(saveDelay, [this] { saveNow(); });
+  awaitPauseEnd();
   observers_.notify();
+}
+
+void AppRules::awaitPauseEnd() {
+  const WallTime now = loop_.wallNow();
+  const auto end = nextPauseEnd(state_, now);
+  if (!end) return pauseEnd_.cancel();
+  pauseEnd_ = loop_.after(std::clamp(*end - now, Milliseconds(1), longestWait), [this, end = *end] {
+    const bool ended = end <= loop_.wallNow();
+    awaitPauseEnd();
+    if (ended) observers_.notify();
+  });
 }
 
 }  // namespace nimbletype

@@ -18,6 +18,8 @@ class AppRules {
  public:
   static constexpr std::chrono::seconds shortPause{900};
   static constexpr Milliseconds saveDelay{1000};
+  // The machine may sleep or its clock be set while a pause lasts.
+  static constexpr Milliseconds longestWait{60'000};
 
   AppRules(const Preferences& preferences, FileStore& file, MainLoop& loop, SystemLog& log);
   ~AppRules();  // saves what is still unsaved
@@ -27,7 +29,7 @@ class AppRules {
   const RulesState& state() const { return state_; }
   // What the file holds once it is saved.
   nlohmann::ordered_json json() const;
-  // Told after every change of the state, though not when a pause ends by itself.
+  // Told after every change of the state, and when a pause has ended by itself.
   [[nodiscard]] Task observe(Observers::Callback changed) const { return observers_.add(std::move(changed)); }
 
   // The rule of this key, or one that leaves everything to the general settings.
@@ -54,6 +56,7 @@ class AppRules {
 
  private:
   void change(RulesState next);
+  void awaitPauseEnd();
 
   const Preferences& preferences_;
   MainLoop& loop_;
@@ -61,7 +64,7 @@ class AppRules {
   RulesState state_;
   Observers observers_;
   bool unsaved_ = false;
-  Task save_;
+  Task save_, pauseEnd_;
 };
 
 }  // namespace nimbletype

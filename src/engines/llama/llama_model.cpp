@@ -59,12 +59,12 @@ LlamaModel::~LlamaModel() {
   if (context_) llama_detach_threadpool(context_.get());
 }
 
-std::expected<std::unique_ptr<LlamaModel>, RuntimeFailure> LlamaModel::load(const std::string& path,
-                                                                            const ModelOptions& options) {
+std::expected<std::unique_ptr<LlamaModel>, RuntimeFailure> LlamaModel::load(
+    const std::string& path, const ModelOptions& options, const std::atomic<bool>* unwanted) {
   assert(options.contextSize >= 0);
   const auto start = Clock::now();
   initialiseOnce();
-  std::unique_ptr<LlamaModel> model(new LlamaModel(path, options));
+  std::unique_ptr<LlamaModel> model(new LlamaModel(path, options, unwanted));
   const LlamaAssertions assertions;
   if (!model->openFile()) return std::unexpected(RuntimeFailure{Reason::modelNotLoaded});
   if (!model->openContext())
@@ -84,7 +84,12 @@ bool LlamaModel::openFile() try {
     reportToLlamaLog("the model file can't be used: " + *fault);
     return false;
   }
-  model_.reset(llama_model_load_from_file(path_.c_str(), llama_model_default_params()));
+  auto parameters = llama_model_default_params();
+  parameters.progress_callback = [](float, void* self) {
+    return !static_cast<const LlamaModel*>(self)->isUnwanted();
+  };
+  parameters.progress_callback_user_data = this;
+  model_.reset(llama_model_load_from_file(path_.c_str(), parameters));
   if (!model_ || !llama_model_has_decoder(model_.get()) || llama_model_has_encoder(model_.get()))
     return false;
   const auto* vocab = llama_model_get_vocab(model_.get());
@@ -147,8 +152,9 @@ std::expected<void, RuntimeFailure> LlamaModel::warmUp() {
 }
 
 bool LlamaModel::shouldStop(void* self) {
-  const auto* watch = static_cast<const LlamaModel*>(self)->watch_;
-  if (!watch) return false;
+  const auto& model = *static_cast<const LlamaModel*>(self);
+  const auto* watch = model.watch_;
+  if (!watch) return model.isUnwanted();
   if (watch->hooks && watch->hooks->insideEvaluation) watch->hooks->insideEvaluation();
   return watch->isStale();
 }

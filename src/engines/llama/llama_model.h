@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <cstdint>
 #include <expected>
 #include <memory>
@@ -32,8 +33,9 @@ struct LoadInfo {
 // nothing is evaluated.
 class LlamaModel {
  public:
-  static std::expected<std::unique_ptr<LlamaModel>, RuntimeFailure> load(const std::string& path,
-                                                                         const ModelOptions& options);
+  // Gives up early, without a model, once it is said to be unwanted; that flag outlives the model.
+  static std::expected<std::unique_ptr<LlamaModel>, RuntimeFailure> load(
+      const std::string& path, const ModelOptions& options, const std::atomic<bool>* unwanted = nullptr);
   ~LlamaModel();
   LlamaModel(const LlamaModel&) = delete;
   LlamaModel& operator=(const LlamaModel&) = delete;
@@ -54,7 +56,9 @@ class LlamaModel {
     void operator()(llama_context* context) const;
     void operator()(ggml_threadpool* pool) const;
   };
-  LlamaModel(std::string path, const ModelOptions& options) : path_(std::move(path)), options_(options) {}
+  LlamaModel(std::string path, const ModelOptions& options, const std::atomic<bool>* unwanted)
+      : path_(std::move(path)), options_(options), unwanted_(unwanted) {}
+  bool isUnwanted() const { return unwanted_ && *unwanted_; }
   bool openFile();
   bool openContext();
   std::expected<void, RuntimeFailure> warmUp();
@@ -63,6 +67,7 @@ class LlamaModel {
 
   std::string path_;
   ModelOptions options_;
+  const std::atomic<bool>* unwanted_;
   int threadsInUse_ = 0;
   LoadInfo info_;
   const JobWatch* watch_ = nullptr;

@@ -119,7 +119,7 @@ LlamaRuntime::Result LlamaRuntime::evaluate(const std::shared_ptr<Submission>& s
 std::expected<void, LlamaRuntime::Failure> LlamaRuntime::makeReady(const std::string& path) {
   if (model_ && model_->path() == path) return {};
   model_.reset();
-  auto loaded = LlamaModel::load(path, options_);
+  auto loaded = LlamaModel::load(path, options_, &ending_);
   if (!loaded) return std::unexpected(loaded.error());
   model_ = std::move(*loaded);
   const auto& info = model_->info();

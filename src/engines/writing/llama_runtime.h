@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <expected>
@@ -73,9 +74,9 @@ class LlamaRuntime {
 
   std::unique_ptr<LlamaModel> model_;  // touched by the worker alone
 
-  std::mutex mutex_;  // guards the two below
+  std::atomic<bool> ending_{false};
+  std::mutex mutex_;  // guards the queue, and the change of the flag above
   std::deque<std::shared_ptr<Submission>> queue_;
-  bool ending_ = false;
   std::condition_variable wake_;
   std::thread worker_;
 };

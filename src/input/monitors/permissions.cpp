@@ -1,5 +1,7 @@
 #include "input/monitors/permissions.h"
 
+#include "platform/system/beat.h"
+
 namespace nimbletype {
 
 namespace {
@@ -60,7 +62,7 @@ void Permissions::change(State state) {
 }
 
 void Permissions::lookAgain(Milliseconds interval) {
-  timer_ = loop_.after(interval, [this] { refresh(); });
+  timer_ = loop_.after(untilBeat(loop_, interval), [this] { refresh(); });
 }
 
 void Permissions::lookAgain() {

@@ -15,7 +15,7 @@ namespace nimbletype {
 class Permissions {
  public:
   // How often the desktop is looked at: while access is awaited, and afterwards, when it may be taken back.
-  static constexpr Milliseconds awaitingInterval{1'000}, grantedInterval{10'000};
+  static constexpr Milliseconds awaitingInterval{1'000}, grantedInterval{30'000};
   // A request that has brought no access for so long has gone wrong: the desktop shows the application as
   // allowed, but means another copy of it.
   static constexpr Milliseconds stuckAfter{30'000};

@@ -1,5 +1,7 @@
 #include "input/monitors/power_monitor.h"
 
+#include "platform/system/beat.h"
+
 namespace nimbletype {
 
 PowerMonitor::PowerMonitor(PowerSource& source, MainLoop& loop)
@@ -13,7 +15,7 @@ PowerMonitor::~PowerMonitor() {
 }
 
 void PowerMonitor::poll() {
-  timer_ = loop_.after(pollInterval, [this] {
+  timer_ = loop_.after(untilBeat(loop_, pollInterval), [this] {
     poll();
     readAgain();
   });

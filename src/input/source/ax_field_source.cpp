@@ -38,9 +38,7 @@ void AXFieldSource::start() {
 }
 
 void AXFieldSource::frontmostChanged() {
-  auto app = s_.workspace.frontmost();
-  if (app == app_) return;
-  app_ = std::move(app);
+  if (!front_.set(s_.workspace.frontmost())) return;
   attachRetry_.cancel();
   pinnedPoll_.cancel();
   observer_.reset();
@@ -53,10 +51,10 @@ void AXFieldSource::frontmostChanged() {
 
 // Our own windows are never asked: they could not answer while this process waits for them.
 void AXFieldSource::attach() {
-  if (!app_ || app_->isOurs || tryToAttach()) return;
+  if (!app() || app()->isOurs || tryToAttach()) return;
   attachRetry_.start([this] { return tryToAttach(); },
                      [this](Milliseconds wait) {
-                       s_.log.log("input", "attached to " + app_->appName + " on a later look, after " +
+                       s_.log.log("input", "attached to " + app()->appName + " on a later look, after " +
                                                std::to_string(wait.count()) + " ms");
                        emitSoon(Change::focus);
                      });
@@ -65,13 +63,13 @@ void AXFieldSource::attach() {
 bool AXFieldSource::tryToAttach() {
   Accessibility& accessibility = s_.accessibility;
   if (!appElement_) {
-    ObjectRef element = accessibility.application(app_->processID);
+    ObjectRef element = accessibility.application(app()->processID);
     if (!element) return false;
     appElement_ = AXElement(accessibility, std::move(element));
   }
-  webAccessibility_.enable(*app_, accessibility, appElement_.ref());
+  webAccessibility_.enable(*app(), accessibility, appElement_.ref());
   if (!observer_)
-    observer_ = accessibility.observe(app_->processID,
+    observer_ = accessibility.observe(app()->processID,
                                       [this](std::string_view name, const ObjectRef&) { notified(name); });
   return focusedElement() && observer_;
 }
@@ -101,8 +99,8 @@ bool AXFieldSource::pinFocused() {
 }
 
 bool AXFieldSource::pin(ObjectRef element) {
-  if (!element || !app_ || !appElement_) return false;
-  pinned_.pin(app_->processID, AXElement(s_.accessibility, std::move(element)));
+  if (!element || !app() || !appElement_) return false;
+  pinned_.pin(app()->processID, AXElement(s_.accessibility, std::move(element)));
   emitSoon(Change::focus);
   pollPinned();
   return true;
@@ -126,7 +124,7 @@ void AXFieldSource::watch(const AXElement& element) {
   watched_ = element;
   focusInfo_.reset();
   watching_.reset();
-  if (element && app_) watching_ = s_.accessibility.watch(app_->processID, element.ref());
+  if (element && app()) watching_ = s_.accessibility.watch(app()->processID, element.ref());
 }
 
 // Applications tell of one thing in several notifications. Those of one turn of the main loop are told as
@@ -155,7 +153,7 @@ void AXFieldSource::tell() {
 // A focus that is lost and found again is no change: what is shown for the field stays.
 bool AXFieldSource::mayComeBack() {
   const bool hadFocus =
-      focusReturn_ || (watched_ && origin_ && app_ && origin_->processID == app_->processID);
+      focusReturn_ || (watched_ && origin_ && app() && origin_->processID == app()->processID);
   if (pending_ != Change::focus || !hadFocus || focusedElement()) return false;
   if (!focusReturn_) focusReturn_ = s_.loop.after(focusReturn, [this] { tell(); });
   return true;
@@ -163,15 +161,15 @@ bool AXFieldSource::mayComeBack() {
 
 std::optional<FieldSnapshot> AXFieldSource::snapshot() {
   const AXElement element = focusedElement();
-  FieldReader::Reading reading{{}, no_field::nothingFocused(app_ ? app_->bundleID : std::string())};
-  if (element) reading = reader_.read(*app_, element);
+  FieldReader::Reading reading{{}, no_field::nothingFocused(app() ? app()->bundleID : std::string())};
+  if (element) reading = reader_.read(*app(), element);
   whyNoField_ = std::move(reading.whyNoField);
   if (whyNoField_ && isPinned() && pinned_.searchNote())
     *whyNoField_ += no_field::pinnedNotFound(*pinned_.searchNote());
   if (!reading.snapshot) return lookForAFieldAgain(), std::nullopt;
 
   vainLooks_ = 0;
-  origin_ = Origin{app_->processID, element};
+  origin_ = Origin{app()->processID, element};
   if (!focusInfo_) focusInfo_ = readPageAndWindow(appElement_, element);
   reading.snapshot->domain = focusInfo_->domain;
   reading.snapshot->windowTitle = focusInfo_->windowTitle;
@@ -180,7 +178,7 @@ std::optional<FieldSnapshot> AXFieldSource::snapshot() {
 }
 
 void AXFieldSource::lookForAFieldAgain() {
-  const bool hadField = origin_ && app_ && origin_->processID == app_->processID;
+  const bool hadField = origin_ && app() && origin_->processID == app()->processID;
   if (!hadField || vainLooks_ >= mostLooksForAField) return;
   ++vainLooks_;
   nextLook_ = s_.loop.after(busyTime, [this] { emitSoon(Change::value); });
@@ -208,7 +206,7 @@ std::optional<InsertionTarget> AXFieldSource::insertionTarget(const std::optiona
     s_.log.log("input", "the focus has moved: nothing is inserted");
     return std::nullopt;
   }
-  return InsertionTarget{element.ref(), app_ && app_->isTerminal,
+  return InsertionTarget{element.ref(), app() && app()->isTerminal,
                          [this, origin] { return insertionTarget(origin).has_value(); }};
 }
 

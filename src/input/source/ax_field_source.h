@@ -16,6 +16,7 @@
 #include "platform/desktop/workspace.h"
 #include "platform/keys/secure_input.h"
 #include "platform/system/main_loop.h"
+#include "platform/system/observable.h"
 #include "platform/system/system_log.h"
 
 namespace nimbletype {
@@ -41,6 +42,7 @@ class AXFieldSource final : public FieldSource {
 
   // Follows the frontmost application from now on.
   void start();
+  const Observable<std::optional<RunningApp>>& frontApp() const { return front_; }
 
   // Makes the element that the application reports as focused, or any other of its elements, the field of
   // that application, whatever it says of its focus later; false when there is no such element. One field at
@@ -48,7 +50,7 @@ class AXFieldSource final : public FieldSource {
   bool pinFocused();
   bool pin(ObjectRef element);
   void unpin();
-  bool isPinned() const { return app_ && pinned_.isFor(app_->processID); }
+  bool isPinned() const { return app() && pinned_.isFor(app()->processID); }
 
   std::optional<FieldSnapshot> snapshot() override;
   std::optional<std::string> whyNoField() const override { return whyNoField_; }
@@ -57,6 +59,8 @@ class AXFieldSource final : public FieldSource {
   void deleteBackwards(int count) override;
 
  private:
+  const std::optional<RunningApp>& app() const { return front_.get(); }
+
   // What the last snapshot was read from: accepted text belongs there and nowhere else.
   struct Origin {
     std::int64_t processID = 0;
@@ -86,7 +90,7 @@ class AXFieldSource final : public FieldSource {
   TextInjector& injector_;
   std::function<void(Change)> onChange_;
 
-  std::optional<RunningApp> app_;
+  Observable<std::optional<RunningApp>> front_;
   AXElement appElement_;
   std::optional<Task> observer_;
   AXElement watched_;

@@ -58,9 +58,11 @@ ScriptedDesktop::ScriptedDesktop(std::ostream& stream)
       emojiPicker({emojiSurface, screens, fontMetrics}),
       alternatives({alternativesSurface, screens, fontMetrics}, loop),
       engine({loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker, screens,
-              fontMetrics, secureInput, power, stats, memory, log}),
+              fontMetrics, secureInput, power, stats, memory, rival, log}),
       keyTap(eventTap, log),
-      keys(keyTap, engine, prefs) {
+      keys(keyTap, engine, prefs),
+      following(follow(prefs, {.engineChosen = [this] { engine.engineChosen(); },
+                               .keysChanged = [this] { keys.keysChanged(); }})) {
   log.onLine = [this](const RecordingSystemLog::Line& line) {
     output.print("log", {{"category", line.category}, {"message", line.message}});
   };

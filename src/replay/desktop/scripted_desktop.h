@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "core/app/key_router.h"
+#include "core/app/setting_effects.h"
 #include "core/completion/completion_engine.h"
 #include "core/settings/preferences.h"
 #include "input/keys/key_tap.h"
@@ -74,9 +75,11 @@ class ScriptedDesktop {
   EmojiIndex emoji;
   EmojiPickerPanel emojiPicker;
   AlternativesPanel alternatives;
+  Observable<std::string> rival;  // never any
   CompletionEngine engine;
   KeyTap keyTap;
   KeyRouter keys;
+  std::vector<Task> following;
   Task statusPrinting;
 };
 

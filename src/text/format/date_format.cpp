@@ -40,6 +40,20 @@ std::string longDate(std::chrono::sys_time<std::chrono::milliseconds> time, cons
   return formatted.toUTF8String(utf8);
 }
 
+std::string shortTime(std::chrono::sys_time<std::chrono::milliseconds> time, const std::string& locale,
+                      const std::string& timeZone) {
+  const icu::Locale icuLocale = locale.empty() ? icu::Locale::getDefault() : icu::Locale(locale.c_str());
+  const std::unique_ptr<icu::DateFormat> format(
+      icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, icuLocale));
+  if (!format) return {};
+  if (!timeZone.empty())
+    format->adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(timeZone)));
+  icu::UnicodeString formatted;
+  format->format(static_cast<UDate>(time.time_since_epoch().count()), formatted);
+  std::string utf8;
+  return formatted.toUTF8String(utf8);
+}
+
 bool isTimeZone(const std::string& name) {
   const std::unique_ptr<icu::TimeZone> zone(
       icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));

@@ -9,6 +9,10 @@ namespace nimbletype::text {
 std::string longDate(std::chrono::sys_time<std::chrono::milliseconds> time, const std::string& locale,
                      const std::string& timeZone);
 
+// "14:05" or "2:05 PM", as people of `locale` write the time it is in `timeZone`; both as above.
+std::string shortTime(std::chrono::sys_time<std::chrono::milliseconds> time, const std::string& locale,
+                      const std::string& timeZone);
+
 // Whether ICU knows a time zone of this name.
 bool isTimeZone(const std::string& name);
 

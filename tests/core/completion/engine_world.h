@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/app/setting_effects.h"
 #include "core/completion/completion_engine.h"
 #include "platform/scripted/desktop/scripted_screens.h"
 #include "platform/scripted/drawing/fixed_font_metrics.h"
@@ -96,8 +97,10 @@ struct EngineWorld {
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
   WritingMemory memory{{memoryFile, secrets, background, loop, log}};
+  Observable<std::string> rival;
+  std::vector<Task> following = follow(prefs, {.engineChosen = [this] { engine.engineChosen(); }});
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker,
-                           screens, metrics, secureInput, power, stats, memory, log}};
+                           screens, metrics, secureInput, power, stats, memory, rival, log}};
 };
 
 }  // namespace nimbletype

@@ -1,7 +1,5 @@
 #include "core/completion/asking/warm_up.h"
 
-#include <initializer_list>
-
 #include "core/prompt/prompt_builder.h"
 
 namespace nimbletype {
@@ -12,12 +10,9 @@ constexpr Milliseconds untilSettled{1000};
 
 }  // namespace
 
-WarmUp::WarmUp(MainLoop& loop, ProviderHub& hub, Preferences& prefs) : loop_(loop), hub_(hub), prefs_(prefs) {
-  const std::initializer_list<AnySetting*> settings = {&prefs.engine, &prefs.ollamaURL, &prefs.ollamaModel};
-  for (AnySetting* setting : settings) observations_.push_back(setting->observe([this] { changed(); }));
-}
+WarmUp::WarmUp(MainLoop& loop, ProviderHub& hub, Preferences& prefs) : loop_(loop), hub_(hub), prefs_(prefs) {}
 
-void WarmUp::changed() {
+void WarmUp::engineChosen() {
   soon_ = loop_.after(untilSettled, [this] { now(); });
 }
 

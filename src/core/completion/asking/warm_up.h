@@ -1,7 +1,6 @@
 #pragma once
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "core/settings/preferences.h"
 #include "engines/provider/provider_hub.h"
@@ -18,20 +17,19 @@ class WarmUp {
 
   WarmUp(MainLoop& loop, ProviderHub& hub, Preferences& prefs);
   void now();
+  // Follows once nobody changes the choice any more.
+  void engineChosen();
   void fieldEntered(const std::string& fieldKey);
   // A request has gone out, which does what a warm-up does.
   void requested() { lastPrewarm_ = loop_.now(); }
 
  private:
-  void changed();
-
   MainLoop& loop_;
   ProviderHub& hub_;
   Preferences& prefs_;
   std::optional<MonotonicTime> lastPrewarm_;
   std::string preparedFieldKey_;
   Task soon_;
-  std::vector<Task> observations_;
 };
 
 }  // namespace nimbletype

@@ -8,6 +8,7 @@ GateState GateKeeper::state(const FieldSnapshot& snapshot, Occasion occasion) {
   decision_.set(s_.rules.decision(snapshot.bundleID, snapshot.appName, snapshot.domain));
   const Preferences& prefs = s_.prefs;
   return {prefs.isEnabled.get(),
+          s_.rival.get(),
           decision_.get(),
           s_.secureInput.isOn(),
           prefs.completeInsideText.get() || occasion.insideInsertion,
@@ -27,6 +28,7 @@ std::vector<Task> GateKeeper::observe(const std::function<void()>& changed) {
       &prefs.insertion,         &prefs.length,           &prefs.emojiEnabled,       &prefs.emoticons};
   for (const AnySetting* setting : settings) observations.push_back(setting->observe(changed));
   observations.push_back(s_.power.observe(changed));
+  observations.push_back(s_.rival.observe(changed));
   return observations;
 }
 

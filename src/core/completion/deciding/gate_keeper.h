@@ -15,6 +15,7 @@ class GateKeeper {
     const AppRules& rules;
     const SecureInput& secureInput;
     const PowerMonitor& power;
+    const Observable<std::string>& rival;  // the name of one that runs, or empty
   };
   // What the engine knows of this field besides.
   struct Occasion {

@@ -12,6 +12,7 @@ constexpr const char *selectionText = "Text is selected", *smallFieldText = "Thi
 
 std::optional<std::string> appGate(const FieldSnapshot& snapshot, const GateState& state) {
   if (!state.isEnabled) return "Nimbletype is turned off";
+  if (!state.rival.empty()) return "Paused while " + state.rival + " is open";
   if (!state.decision.enabled) return state.decision.reason;
   if (state.secureInput || snapshot.isSecure) return "Secure input is on, so Nimbletype stays out";
   return std::nullopt;

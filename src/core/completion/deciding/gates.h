@@ -11,6 +11,7 @@ namespace nimbletype {
 // Everything besides the snapshot that may forbid a suggestion.
 struct GateState {
   bool isEnabled = true;
+  std::string rival{};  // one that runs, by name
   RuleDecision decision;
   bool secureInput = false;
   bool completeInsideText = false;

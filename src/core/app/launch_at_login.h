@@ -1,0 +1,25 @@
+#pragma once
+#include "platform/system/login_item.h"
+#include "platform/system/observers.h"
+#include "platform/system/system_log.h"
+
+namespace nimbletype {
+
+// The switch for starting with the login. There is no setting behind it: the desktop's word is what holds.
+class LaunchAtLogin {
+ public:
+  LaunchAtLogin(LoginItem& item, SystemLog& log) : item_(item), log_(log) {}
+
+  bool isOn() const { return item_.isOn(); }
+  // A failure is logged, and leaves what the desktop says.
+  void set(bool on);
+  // Told after every attempt.
+  [[nodiscard]] Task observe(Observers::Callback changed) const { return observers_.add(std::move(changed)); }
+
+ private:
+  LoginItem& item_;
+  SystemLog& log_;
+  Observers observers_;
+};
+
+}  // namespace nimbletype
