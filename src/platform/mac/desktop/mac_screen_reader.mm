@@ -1,13 +1,13 @@
 #include "platform/mac/desktop/mac_screen_reader.h"
 
 #import <dispatch/dispatch.h>
-#include <dlfcn.h>
 
 #include <atomic>
 #include <memory>
 #include <utility>
 
 #include "platform/mac/bridge/cf_ref.h"
+#include "platform/mac/bridge/mac_framework.h"
 #include "platform/mac/bridge/mac_text.h"
 #import "platform/mac/desktop/screen_text_declarations.h"
 
@@ -25,12 +25,6 @@ struct Reading {
   std::atomic<bool> isOver = false;
 };
 using ReadingRef = std::shared_ptr<Reading>;
-
-bool load(const char* framework) {
-  NSString* path =
-      [NSString stringWithFormat:@"/System/Library/Frameworks/%s.framework/%s", framework, framework];
-  return dlopen(path.fileSystemRepresentation, RTLD_LAZY) != nullptr;
-}
 
 void finish(const ReadingRef& reading, std::vector<PlacedText> lines) {
   const auto found = std::make_shared<std::vector<PlacedText>>(std::move(lines));
@@ -96,7 +90,8 @@ SCWindow* windowOf(const ReadingRef& reading, NSArray<SCWindow*>* windows) {
 
 // Single pictures came with macOS 14.
 MacScreenReader::MacScreenReader()
-    : isAvailable_(load("ScreenCaptureKit") && load("Vision") && NSClassFromString(@"SCScreenshotManager")) {}
+    : isAvailable_(loadFramework("ScreenCaptureKit") && loadFramework("Vision") &&
+                   NSClassFromString(@"SCScreenshotManager")) {}
 
 bool MacScreenReader::isPermitted() {
   return isAvailable_ && CGPreflightScreenCaptureAccess();

@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/mac/bridge/mac_appearance.h"
+
 namespace nimbletype {
 namespace {
 
@@ -25,9 +27,7 @@ double MacScreens::mainHeight() const {
 }
 
 bool MacScreens::isDark() const {
-  NSAppearanceName best = [NSApp.effectiveAppearance
-      bestMatchFromAppearancesWithNames:@[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ]];
-  return [best isEqualToString:NSAppearanceNameDarkAqua];
+  return isAppearanceDark();
 }
 
 }  // namespace nimbletype

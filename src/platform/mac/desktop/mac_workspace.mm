@@ -1,20 +1,16 @@
 #include "platform/mac/desktop/mac_workspace.h"
 
+#import <AppKit/AppKit.h>
+
+#include <utility>
+
 #include "platform/mac/bridge/cf_ref.h"
+#include "platform/mac/bridge/mac_observing.h"
 #include "platform/mac/bridge/mac_text.h"
+#include "platform/mac/desktop/mac_application.h"
 
 namespace nimbletype {
-
 namespace {
-
-std::optional<RunningApp> described(NSRunningApplication* app) {
-  if (!app) return std::nullopt;
-  return RunningApp{.processID = app.processIdentifier,
-                    .bundleID = utf8String(app.bundleIdentifier),
-                    .appName = utf8String(app.localizedName),
-                    .bundlePath = utf8String(app.bundleURL.path),
-                    .isOurs = [app isEqual:NSRunningApplication.currentApplication] != NO};
-}
 
 // Ordinary windows lie on layer zero; menus, panels and the Dock lie above it. Titles come only with the
 // permission to record the screen.
@@ -51,16 +47,11 @@ std::vector<ScreenWindow> MacWorkspace::windows() {
 }
 
 void MacWorkspace::onFrontmostChanged(std::function<void()> changed) {
-  NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-  if (registration_) [center removeObserver:registration_];
-  registration_ = nil;
+  registration_.cancel();
   if (!changed) return;
-  registration_ = [center addObserverForName:NSWorkspaceDidActivateApplicationNotification
-                                      object:nil
-                                       queue:nil
-                                  usingBlock:^(NSNotification*) {
-                                    changed();
-                                  }];
+  registration_ = observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                                      NSWorkspaceDidActivateApplicationNotification,
+                                      [changed = std::move(changed)](NSNotification*) { changed(); });
 }
 
 }  // namespace nimbletype

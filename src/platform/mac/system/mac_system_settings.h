@@ -1,8 +1,10 @@
 #pragma once
 #include "platform/system/system_settings.h"
+#include "platform/system/task.h"
 
 namespace nimbletype {
 
+// Needs NSApp.
 class MacSystemSettings final : public SystemSettings {
  public:
   std::optional<bool> predictionsOn() const override;
@@ -10,6 +12,9 @@ class MacSystemSettings final : public SystemSettings {
   bool reducesMotion() const override;
   std::optional<bool> prefersDark() const override;
   void onChange(std::function<void()> changed) override;
+
+ private:
+  Task displayOptions_, appearance_;
 };
 
 }  // namespace nimbletype
