@@ -25,12 +25,16 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 # nimbletype_library(NAME SOURCES a.cpp b.cpp LINKS other ...): headers live beside the sources, include root src/.
+# One that names Qt6::Widgets may have classes with Q_OBJECT, and resources (*.qrc) among its sources.
 function(nimbletype_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   if(ARG_SOURCES)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE nimbletype_flags)
+    if("Qt6::Widgets" IN_LIST ARG_LINKS)
+      set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    endif()
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
