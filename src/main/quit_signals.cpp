@@ -23,7 +23,11 @@ void signalled(int number) {
 }  // namespace
 
 void quitOnSignals() {
-  if (::pipe2(wakePipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  if (::pipe(wakePipe.data()) != 0) return;
+  for (const int end : wakePipe) {
+    ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    ::fcntl(end, F_SETFL, O_NONBLOCK);
+  }
   auto* notifier =
       new QSocketNotifier(wakePipe[0], QSocketNotifier::Read, QCoreApplication::instance());  // its owner
   QObject::connect(notifier, &QSocketNotifier::activated, &QCoreApplication::quit);
