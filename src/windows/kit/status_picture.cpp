@@ -9,7 +9,8 @@
 namespace nimbletype {
 namespace {
 
-const QColor plate("#e3ae4a"), pausedPlate("#8d8a84"), troublePlate("#d9483b"), ink("#241a05"), paper("#ffffff");
+const QColor plate("#e3ae4a"), pausedPlate("#8d8a84"), troublePlate("#d9483b"), ink("#241a05"),
+    paper("#ffffff");
 
 QColor plateOf(const StatusIcon& icon) {
   if (icon.symbol == "pause.circle.fill") return pausedPlate;
@@ -53,7 +54,8 @@ QPixmap pictureOf(const StatusIcon& icon, int size) {
   painter.setPen(front);
   const QString title = shortTitle(QString::fromStdString(icon.title));
   if (!title.isEmpty() && background == plate) {
-    drawFitting(painter, QRectF(0, 0, size, size).adjusted(2 * edge, 4.5 * edge, -2 * edge, -4.5 * edge), title);
+    drawFitting(painter, QRectF(0, 0, size, size).adjusted(2 * edge, 4.5 * edge, -2 * edge, -4.5 * edge),
+                title);
     return picture;
   }
   const std::string_view shape = background == pausedPlate    ? "pause.fill"

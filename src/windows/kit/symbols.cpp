@@ -44,16 +44,20 @@ constexpr std::array symbols{
     Symbol{"power",
            R"(<path fill="none" stroke="#000" stroke-width="2" stroke-linecap="round" d="M12 3v8.5
            M7 6.2a8 8 0 1 0 10 0"/>)"},
-    Symbol{"xmark",
-           R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" d="M6 6l12 12 M18 6L6 18"/>)"},
-    Symbol{"checkmark",
-           R"(<path fill="none" stroke="#000" stroke-width="2.4" stroke-linecap="round" stroke-linejoin="round"
+    Symbol{
+        "xmark",
+        R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" d="M6 6l12 12 M18 6L6 18"/>)"},
+    Symbol{
+        "checkmark",
+        R"(<path fill="none" stroke="#000" stroke-width="2.4" stroke-linecap="round" stroke-linejoin="round"
            d="M5 12.5l4.5 4.5L19 7.5"/>)"},
-    Symbol{"chevron.down",
-           R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" stroke-linejoin="round"
+    Symbol{
+        "chevron.down",
+        R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" stroke-linejoin="round"
            d="M6 9.5l6 6 6-6"/>)"},
-    Symbol{"chevron.forward",
-           R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" stroke-linejoin="round"
+    Symbol{
+        "chevron.forward",
+        R"(<path fill="none" stroke="#000" stroke-width="2.2" stroke-linecap="round" stroke-linejoin="round"
            d="M9.5 6l6 6-6 6"/>)"}};
 
 const Symbol* find(std::string_view name) {

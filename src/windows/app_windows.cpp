@@ -1,0 +1,86 @@
+#include "windows/app_windows.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+
+#include "core/app/app_model.h"
+#include "platform/system/desktop_kind.h"
+#include "windows/kit/look.h"
+#include "windows/menu/qt_menu_panel.h"
+#include "windows/prompts/hidden_icon_prompt.h"
+#include "windows/prompts/rival_prompt.h"
+#include "windows/settings/settings_window.h"
+
+namespace nimbletype {
+
+struct AppWindows::Windows {
+  Windows(const SystemSettings& settings, std::function<bool()> mixesWindows)
+      : menu(settings, std::move(mixesWindows)) {}
+  QtMenuPanel menu;
+  std::unique_ptr<SettingsWindow> settings;
+  std::unique_ptr<RivalPrompt> rivals;
+  std::unique_ptr<HiddenIconPrompt> hiddenIcon;
+  std::unique_ptr<PromptWindow> news;
+};
+
+AppWindows::AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows)
+    : model_(model),
+      settings_(settings),
+      windows_(std::make_unique<Windows>(settings, std::move(mixesWindows))) {
+  settings_.onChange([this] { follow(); });
+  follow();
+}
+
+AppWindows::~AppWindows() {
+  settings_.onChange({});
+}
+
+void AppWindows::follow() {
+  wear(*qApp, lookFor(settings_.prefersDark().value_or(false)));
+}
+
+MenuPanel& AppWindows::menuPanel() {
+  return windows_->menu;
+}
+
+void AppWindows::openSettings(const std::string&) {
+  if (!windows_->settings)
+    windows_->settings = std::make_unique<SettingsWindow>(
+        SettingsWindow::Services{model_.preferences(), model_.launchAtLogin(), model_.permissions()});
+  windows_->settings->present();
+}
+
+void AppWindows::openRivalPrompt() {
+  if (!windows_->rivals)
+    windows_->rivals = std::make_unique<RivalPrompt>(model_.rivals(), model_.preferences());
+  windows_->rivals->present();
+}
+
+void AppWindows::openHiddenIconPrompt() {
+  if (!windows_->hiddenIcon) {
+    HiddenIconPrompt::Ways ways{.openSystemSettings = {},
+                                .openSettings = [this] { openSettings({}); },
+                                .remindNoMore = [this] { model_.preferences().remindHiddenIcon.set(false); }};
+    if (onMac) ways.openSystemSettings = [this] { model_.permissions().openControlCentreSettings(); };
+    windows_->hiddenIcon = std::make_unique<HiddenIconPrompt>(ways);
+  }
+  const auto hiders = model_.menuBarHiders().runningHiders();
+  windows_->hiddenIcon->blame(hiders.empty() ? std::string() : hiders.front().appName);
+  windows_->hiddenIcon->present();
+}
+
+void AppWindows::tell(const std::string& title, const std::string& message) {
+  if (!windows_->news) {
+    windows_->news = std::make_unique<PromptWindow>("pencil.and.scribble");
+    windows_->news->addButton("Done", "chief", [this] { windows_->news->close(); });
+  }
+  windows_->news->setTexts(QString::fromStdString(title).trimmed(), QString::fromStdString(message));
+  windows_->news->present();
+}
+
+void AppWindows::closeAll() {
+  for (QWidget* window : QApplication::topLevelWidgets()) window->close();
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,37 @@
+#pragma once
+#include <memory>
+
+#include "core/app/window_manager.h"
+#include "platform/system/system_settings.h"
+
+namespace nimbletype {
+
+class AppModel;
+
+// All windows, each made when it is first opened and kept from then on. Needs a QApplication.
+class AppWindows final : public WindowManager {
+ public:
+  // The model need not be complete before the first window opens. `mixesWindows` tells whether windows may be
+  // partly transparent.
+  AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows);
+  ~AppWindows() override;
+
+  MenuPanel& menuPanel() override;
+  void openSettings(const std::string& pane) override;
+  void openPlayground() override;
+  void playIntro() override;
+  void openRivalPrompt() override;
+  void openHiddenIconPrompt() override;
+  void tell(const std::string& title, const std::string& message) override;
+  void closeAll() override;
+
+ private:
+  struct Windows;
+  void follow();
+
+  AppModel& model_;
+  SystemSettings& settings_;
+  std::unique_ptr<Windows> windows_;
+};
+
+}  // namespace nimbletype

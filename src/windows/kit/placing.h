@@ -1,0 +1,18 @@
+#pragma once
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
+#include "platform/desktop/geometry.h"
+
+namespace nimbletype {
+
+// A place of the overlay space, which on Linux counts the screen's own pixels, as Qt's windows count: top
+// left, in the logical pixels of the screen it lies on.
+QRect toWindowSpace(const BottomLeftRect& place);
+
+// Where a panel of this size goes: its near corner just under the item, or at the pointer without one; always
+// inside the screen, above the item where there is no room below.
+QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bool rightToLeft);
+
+}  // namespace nimbletype

@@ -1,0 +1,124 @@
+#include "windows/kit/prompt_window.h"
+
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+
+#include "windows/kit/look.h"
+#include "windows/kit/symbols.h"
+
+namespace nimbletype {
+namespace {
+
+constexpr int pictureSize = 44, textWidth = 380;
+
+QLabel* makeWords(const char* role) {
+  auto* label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setProperty("role", role);
+  label->setFixedWidth(textWidth);
+  return label;
+}
+
+}  // namespace
+
+PromptWindow::PromptWindow(std::string_view symbol, QWidget* parent)
+    : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+      symbol_(symbol),
+      picture_(new QLabel),
+      title_(makeWords("title")),
+      body_(makeWords("text")),
+      words_(new QVBoxLayout),
+      buttons_(new QHBoxLayout) {
+  setWindowTitle("Nimbletype");
+  auto* upper = new QHBoxLayout;
+  upper->setSpacing(space::large);
+  upper->addWidget(picture_, 0, Qt::AlignTop);
+  upper->addLayout(words_, 1);
+  words_->setSpacing(space::small);
+  words_->addWidget(title_);
+  words_->addWidget(body_);
+  buttons_->setSpacing(space::small);
+  buttons_->addStretch(1);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(space::huge, space::huge, space::huge, space::large);
+  layout->setSpacing(space::large);
+  layout->addLayout(upper, 1);
+  layout->addLayout(buttons_);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  drawSymbol();
+}
+
+void PromptWindow::setTexts(const QString& title, const QString& body) {
+  title_->setText(title);
+  body_->setText(body);
+  setAccessibleName(title);
+  setAccessibleDescription(body);
+}
+
+void PromptWindow::setPicture(const QPixmap& picture) {
+  symbol_ = {};
+  picture_->setPixmap(picture);
+}
+
+void PromptWindow::drawSymbol() {
+  if (symbol_.empty()) return;
+  picture_->setPixmap(symbol(symbol_, pictureSize, currentLook().accent, devicePixelRatioF()));
+}
+
+QLabel* PromptWindow::addNote() {
+  QLabel* note = makeWords("note");
+  words_->addWidget(note);
+  return note;
+}
+
+QCheckBox* PromptWindow::addCheckBox(const QString& text, std::function<void(bool)> toggled) {
+  auto* box = new QCheckBox(text);
+  words_->addSpacing(space::hair);
+  words_->addWidget(box);
+  connect(box, &QCheckBox::toggled, this, std::move(toggled));
+  return box;
+}
+
+QPushButton* PromptWindow::addButton(const QString& text, const char* role, std::function<void()> clicked) {
+  auto* button = new QPushButton(text);
+  button->setProperty("role", role);
+  button->setAutoDefault(true);
+  buttons_->addWidget(button);
+  connect(button, &QPushButton::clicked, this, std::move(clicked));
+  return button;
+}
+
+void PromptWindow::present() {
+  if (!isVisible()) {
+    adjustSize();
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen) move(screen->availableGeometry().center() - rect().center());
+    if (auto* last = buttons_->itemAt(buttons_->count() - 1)->widget()) last->setFocus();
+  }
+  show();
+  raise();
+  activateWindow();
+}
+
+void PromptWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) {
+    close();
+    return;
+  }
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (auto* button = dynamic_cast<QAbstractButton*>(focusWidget())) return button->click();
+  QWidget::keyPressEvent(event);
+}
+
+void PromptWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) drawSymbol();
+}
+
+}  // namespace nimbletype

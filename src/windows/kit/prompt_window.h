@@ -1,0 +1,44 @@
+#pragma once
+#include <QWidget>
+#include <functional>
+#include <string_view>
+
+class QAbstractButton;
+class QBoxLayout;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+
+namespace nimbletype {
+
+// The common look of small windows that tell one thing and ask for one answer: a symbol, a title, a sentence,
+// and buttons in a row below. Escape and ⌘W or Ctrl+W close it.
+class PromptWindow : public QWidget {
+ public:
+  explicit PromptWindow(std::string_view symbol, QWidget* parent = nullptr);
+
+  void setTexts(const QString& title, const QString& body);
+  // In the place of the symbol.
+  void setPicture(const QPixmap& picture);
+  // Between the sentence and the buttons.
+  QLabel* addNote();
+  QCheckBox* addCheckBox(const QString& text, std::function<void(bool)> toggled);
+  // From the safe answer to the chief one, which comes last and has the focus. `role` as in Look.
+  QPushButton* addButton(const QString& text, const char* role, std::function<void()> clicked);
+
+  // Shows it, in the middle of the screen when it was closed, and in front of everything.
+  void present();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void drawSymbol();
+
+  std::string_view symbol_;
+  QLabel *picture_, *title_, *body_;  // children
+  QBoxLayout *words_, *buttons_;
+};
+
+}  // namespace nimbletype
