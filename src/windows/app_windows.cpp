@@ -8,6 +8,7 @@
 #include "platform/system/desktop_kind.h"
 #include "windows/kit/look.h"
 #include "windows/menu/qt_menu_panel.h"
+#include "windows/playground/playground_window.h"
 #include "windows/prompts/hidden_icon_prompt.h"
 #include "windows/prompts/rival_prompt.h"
 #include "windows/settings/settings_window.h"
@@ -18,10 +19,11 @@ struct AppWindows::Windows {
   Windows(const SystemSettings& settings, std::function<bool()> mixesWindows)
       : menu(settings, std::move(mixesWindows)) {}
   QtMenuPanel menu;
-  std::unique_ptr<SettingsWindow> settings;
+  std::unique_ptr<SettingsWindow> settingsWindow;
   std::unique_ptr<RivalPrompt> rivals;
   std::unique_ptr<HiddenIconPrompt> hiddenIcon;
   std::unique_ptr<PromptWindow> news;
+  std::unique_ptr<PlaygroundWindow> playground;
 };
 
 AppWindows::AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows)
@@ -45,10 +47,21 @@ MenuPanel& AppWindows::menuPanel() {
 }
 
 void AppWindows::openSettings(const std::string&) {
-  if (!windows_->settings)
-    windows_->settings = std::make_unique<SettingsWindow>(
+  if (!windows_->settingsWindow)
+    windows_->settingsWindow = std::make_unique<SettingsWindow>(
         SettingsWindow::Services{model_.preferences(), model_.launchAtLogin(), model_.permissions()});
-  windows_->settings->present();
+  windows_->settingsWindow->present();
+}
+
+void AppWindows::openPlayground() {
+  if (!windows_->playground)
+    windows_->playground = std::make_unique<PlaygroundWindow>(model_.source(), model_.preferences(),
+                                                              model_.ports().bundleIdentifier);
+  windows_->playground->present();
+}
+
+void AppWindows::playIntro() {
+  openPlayground();
 }
 
 void AppWindows::openRivalPrompt() {

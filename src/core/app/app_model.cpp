@@ -15,6 +15,7 @@ AppModel::AppModel(Ports ports)
       fieldSource_({ports_.accessibility, ports_.workspace, ports_.secureInput, ports_.loop, ports_.log,
                     ports_.fontMetrics},
                    injector_),
+      source_(fieldSource_),
       keyTap_(ports_.eventTap, ports_.log),
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),
@@ -47,7 +48,7 @@ AppModel::AppModel(Ports ports)
                   {[this] { return menu_.state(); }, [this](MenuAction action) { menu_.act(action); },
                    [this] { menu_.lookAgain(); }}),
       hiddenIcon_(hiders_, prefs_, ports_.loop, [this] { windows_->openHiddenIconPrompt(); }) {
-  engine_.setSource(fieldSource_);
+  engine_.setSource(source_);
   engine_.session().askTerminal([this] {
     const auto front = ports_.workspace.frontmost();
     return front && front->isTerminal;

@@ -20,6 +20,7 @@
 #include "input/monitors/power_monitor.h"
 #include "input/monitors/typo_checker.h"
 #include "input/source/ax_field_source.h"
+#include "input/source/source_switch.h"
 #include "menubar/hidden_icon_check.h"
 #include "menubar/rival_watcher.h"
 #include "menubar/status_item_controller.h"
@@ -132,6 +133,8 @@ class AppModel {
   LaunchAtLogin& launchAtLogin() { return launchAtLogin_; }
   WindowManager& windows() { return *windows_; }
   StatusItemController& statusItem() { return statusItem_; }
+  // Where a practice field of our own windows makes itself known.
+  SourceSwitch& source() { return source_; }
   const Ports& ports() const { return ports_; }
 
  private:
@@ -147,6 +150,7 @@ class AppModel {
   std::unique_ptr<WindowManager> windows_;
   TextInjector injector_;
   AXFieldSource fieldSource_;
+  SourceSwitch source_;
   KeyTap keyTap_;
   Preferences prefs_;
   AppRules rules_;

@@ -37,6 +37,16 @@ QRect toWindowSpace(const BottomLeftRect& place) {
   return QRectF(corner + (rect.topLeft() - corner) / units, rect.size() / units).toRect();
 }
 
+TopLeftRect fromWindowSpace(const QRectF& place) {
+  const QScreen* screen = QGuiApplication::screenAt(place.center().toPoint());
+  if (!screen) screen = QGuiApplication::primaryScreen();
+  if (!screen) return {};
+  const QPointF origin = screen->geometry().topLeft();
+  const qreal units = unitsOf(*screen);
+  const QPointF corner = origin + (place.topLeft() - origin) * units;
+  return {corner.x(), corner.y(), place.width() * units, place.height() * units};
+}
+
 QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bool rightToLeft) {
   const int left = rightToLeft ? item.left() + item.width() - panel.width() : item.left();
   const int below = item.top() + item.height() + space::hair;

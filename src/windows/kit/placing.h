@@ -11,6 +11,9 @@ namespace nimbletype {
 // left, in the logical pixels of the screen it lies on.
 QRect toWindowSpace(const BottomLeftRect& place);
 
+// The other way: a rectangle of a window, in the logical pixels of the whole desktop.
+TopLeftRect fromWindowSpace(const QRectF& place);
+
 // Where a panel of this size goes: its near corner just under the item, or at the pointer without one; always
 // inside the screen, above the item where there is no room below.
 QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bool rightToLeft);

@@ -25,7 +25,8 @@ RowCard::RowCard(QWidget* parent) : QFrame(parent), layout_(new QVBoxLayout(this
   layout_->setSpacing(0);
 }
 
-SwitchButton* RowCard::addSwitch(const QString& label, const QString& note, std::function<void(bool)> toggled) {
+SwitchButton* RowCard::addSwitch(const QString& label, const QString& note,
+                                 std::function<void(bool)> toggled) {
   auto* button = new SwitchButton;
   connect(button, &QAbstractButton::toggled, this, std::move(toggled));
   addRow(label, note, button);

@@ -1,6 +1,7 @@
 #include "windows/menu/qt_menu_panel.h"
 
 #include <QCursor>
+#include <QFrame>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainterPath>

@@ -13,7 +13,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr int width = 520;
+constexpr int windowWidth = 520;
 
 // Shown as it is, without telling anybody of a change.
 void showState(SwitchButton& button, bool on) {
@@ -43,7 +43,7 @@ SettingsWindow::SettingsWindow(const Services& services) : s_(services) {
   addPredictions(*card);
   layout->addWidget(card);
   layout->addStretch(1);
-  setMinimumWidth(width);
+  setMinimumWidth(windowWidth);
 }
 
 void SettingsWindow::bind(RowCard& card, Setting<bool>& setting, const QString& label, const QString& note) {
@@ -54,8 +54,7 @@ void SettingsWindow::bind(RowCard& card, Setting<bool>& setting, const QString& 
 }
 
 void SettingsWindow::addLogin(RowCard& card) {
-  SwitchButton* button =
-      card.addSwitch("Open at login", {}, [this](bool on) { s_.login.set(on); });
+  SwitchButton* button = card.addSwitch("Open at login", {}, [this](bool on) { s_.login.set(on); });
   const auto follow = [this, button] { showState(*button, s_.login.isOn()); };
   observations_.push_back(s_.login.observe(follow));
   follow();
