@@ -1,14 +1,19 @@
 // Takes pictures of suggestions in real applications and puts them on one sheet.
 //   tools/stage/with_desktop.sh nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]
+//   nimbletype-looks --windows OUT_FOLDER [SUFFIX]      pictures of the application's own windows
+//   nimbletype-looks --sheet FOLDER                     all pictures of a folder on one sheet beside it
 // A scene is known by the name of its picture; a part of the name stands for all that contain it.
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDir>
 #include <QScreen>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 #include "tools/nimbletype-looks/contact_sheet.h"
 #include "tools/nimbletype-looks/photo_session.h"
+#include "tools/nimbletype-looks/window_pictures.h"
 #include "tools/stage/waiting.h"
 
 namespace {
@@ -55,11 +60,29 @@ bool takeAll(const Order& order, std::vector<Photo>& photos) {
   return complete;
 }
 
+// Of all pictures in a folder, by name.
+int makeSheet(const std::filesystem::path& folder) {
+  std::vector<Photo> photos;
+  const QDir files(QString::fromStdString(folder.string()));
+  for (const QString& name : files.entryList({"*.png"}, QDir::Files, QDir::Name))
+    photos.push_back({name.chopped(4), QImage(files.filePath(name))});
+  return contactSheet(photos).save(files.filePath("../windows.png")) ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) return std::fputs("usage: nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]\n", stderr), 2;
-  const QGuiApplication application(argc, argv);
+  if (argc < 3)
+    return std::fputs(
+               "usage: nimbletype-looks APPLICATION OUT_FOLDER [SCENE...]\n"
+               "       nimbletype-looks --windows OUT_FOLDER [SUFFIX]\n"
+               "       nimbletype-looks --sheet FOLDER\n",
+               stderr),
+           2;
+  const QApplication application(argc, argv);
+  if (argv[1] == std::string_view("--windows"))
+    return takeWindowPictures(argv[2], argc > 3 ? argv[3] : ""), 0;
+  if (argv[1] == std::string_view("--sheet")) return makeSheet(argv[2]);
   giveUpOnSignals();
   const Order order{argv[1], argv[2], {argv + 3, argv + argc}};
   std::filesystem::create_directories(order.out);
