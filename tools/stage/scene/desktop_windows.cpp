@@ -1,6 +1,5 @@
 #include "tools/stage/scene/desktop_windows.h"
 
-#include <cstring>
 #include <span>
 
 #include "tools/stage/waiting.h"
@@ -8,7 +7,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr std::uint32_t allPlanes = ~0u, longestProperty = 1024;
+constexpr std::uint32_t longestProperty = 1024;
 
 }  // namespace
 
@@ -108,18 +107,6 @@ void DesktopWindows::move(xcb_window_t window, QPoint corner) const {
                                   static_cast<std::uint32_t>(corner.y())};
   xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
   syncWithServer(connection());
-}
-
-QImage DesktopWindows::pictureOf(xcb_window_t window, const QRect& part) const {
-  const auto cookie =
-      xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(part.x()),
-                    static_cast<std::int16_t>(part.y()), static_cast<std::uint16_t>(part.width()),
-                    static_cast<std::uint16_t>(part.height()), allPlanes);
-  const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
-  if (!reply || reply->depth < 24) return {};
-  const uchar* pixels = xcb_get_image_data(reply.get());
-  return QImage(pixels, part.width(), part.height(), qsizetype{4} * part.width(), QImage::Format_RGB32)
-      .copy();
 }
 
 }  // namespace nimbletype

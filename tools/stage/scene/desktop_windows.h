@@ -1,9 +1,8 @@
 #pragma once
-#include <QImage>
-#include <QRect>
 #include <optional>
 #include <string_view>
 
+#include "platform/linux/x11/x11_image.h"
 #include "platform/linux/x11/xcb_support.h"
 
 namespace nimbletype {
@@ -30,7 +29,9 @@ class DesktopWindows {
   void move(xcb_window_t window, QPoint corner) const;
 
   // What is to be seen of the window, or of this part of the screen.
-  QImage pictureOf(xcb_window_t window, const QRect& part) const;
+  QImage pictureOf(xcb_window_t window, const QRect& part) const {
+    return x11Image(connection(), window, part);
+  }
   QRect wholeScreen() const;
   QImage screen(const QRect& part) const { return pictureOf(root(), part); }
 
