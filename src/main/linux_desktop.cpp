@@ -1,22 +1,19 @@
 #include "main/linux_desktop.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
-#include "platform/linux/drawing/x11_overlay_hints.h"
 #include "platform/linux/system/linux_paths.h"
+#include "platform/linux/x11/x11_font_resolution.h"
 
 namespace nimbletype {
 
 LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
     : log_(verbose),
-      accessibility_(QGuiApplication::primaryScreen()->logicalDotsPerInch()),
+      accessibility_(x11FontDotsPerInch()),
       eventTap_(loop_),
       eventPoster_(loop_, [this] { return eventTap_.markWindow(); }),
       pasteboard_(loop_),
-      ghostSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),
-      emojiSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),
-      alternativesSurface_({x11MixesWindows, x11MarkOverlay, x11Flush}),
+      ghostSurface_(screens_),
+      emojiSurface_(screens_),
+      alternativesSurface_(screens_),
       spellChecker_(loop_, {}),
       permissions_(accessibility_),
       defaultsFile_(dataFolder() / "settings.json"),

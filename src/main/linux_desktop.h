@@ -3,7 +3,9 @@
 #include "main/data_files.h"
 #include "platform/linux/accessibility/atspi_accessibility.h"
 #include "platform/linux/desktop/tesseract_screen_reader.h"
+#include "platform/linux/desktop/x11_screens.h"
 #include "platform/linux/desktop/x11_workspace.h"
+#include "platform/linux/drawing/x11_overlay_surface.h"
 #include "platform/linux/keys/x11_secure_input.h"
 #include "platform/linux/keys/xcb_event_poster.h"
 #include "platform/linux/keys/xcb_event_tap.h"
@@ -20,9 +22,7 @@
 #include "platform/linux/system/linux_system_settings.h"
 #include "platform/linux/system/stderr_system_log.h"
 #include "platform/linux/system/upower_power_source.h"
-#include "platform/qt/desktop/qt_screens.h"
 #include "platform/qt/drawing/qt_font_metrics.h"
-#include "platform/qt/drawing/qt_overlay_surface.h"
 #include "platform/qt/network/qt_http_client.h"
 #include "platform/qt/network/qt_http_downloads.h"
 #include "platform/qt/system/qt_main_loop.h"
@@ -45,9 +45,9 @@ class LinuxDesktop {
   XcbEventPoster eventPoster_;
   X11Pasteboard pasteboard_;
   X11SecureInput secureInput_;
-  QtScreens screens_;
+  X11Screens screens_;
   QtFontMetrics fontMetrics_;
-  QtOverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
+  X11OverlaySurface ghostSurface_, emojiSurface_, alternativesSurface_;
   UPowerPowerSource power_;
   HunspellSpellChecker spellChecker_;
   LinuxPermissionSource permissions_;

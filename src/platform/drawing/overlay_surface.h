@@ -13,7 +13,7 @@ struct Color {
 };
 
 // A font as asked for: an empty name or one that does not exist means the system font. Size in points of the
-// overlay space: the typographic points of a Mac, the logical pixels of a Linux desktop.
+// overlay space: the typographic points of a Mac, the pixels of a Linux screen.
 struct FontSpec {
   std::string name;
   double size = 0;

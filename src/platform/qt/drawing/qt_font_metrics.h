@@ -4,8 +4,8 @@
 
 namespace nimbletype {
 
-// The port over Qt's fonts. Points are logical pixels: a size that an application tells in typographic points
-// is to be multiplied by the screen's dots per inch and divided by 72 before it comes here.
+// The port over Qt's fonts. Points are pixels of the screen: a size that an application tells in typographic
+// points is to be multiplied by the screen's dots per inch and divided by 72 before it comes here.
 class QtFontMetrics final : public FontMetrics {
  public:
   bool exists(std::string_view name) const override;

@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QRawFont>
 #include <QTextLayout>
 #include <algorithm>
@@ -17,11 +18,23 @@ std::size_t endOfWord(std::string_view text) {
   return std::min(text.find_first_not_of(' ', blank), text.size());
 }
 
+// A QFont's size in pixels is a whole number: rounded as Qt rounds the points of its applications.
+int wholeSize(double size) {
+  constexpr double hundredths = 100;
+  return qRound(std::floor(std::max(1.0, size) * hundredths + 0.5) / hundredths);
+}
+
+// Where Qt draws its own windows larger it leaves hinting out. Text that other applications draw is hinted
+// there as anywhere: slightly, unless a user has chosen otherwise.
+QFont::HintingPreference hinting() {
+  return qGuiApp->devicePixelRatio() == 1 ? QFont::PreferDefaultHinting : QFont::PreferVerticalHinting;
+}
+
 QFont makeFont(const FontSpec& spec) {
   QFont font = spec.name.empty() ? QFontDatabase::systemFont(QFontDatabase::GeneralFont)
                                  : QFont(QString::fromStdString(spec.name));
-  // A QFont's size in pixels is a whole number; its size in points is rounded as other applications' is.
-  font.setPointSizeF(std::max(1.0, spec.size) * 72 / QFontMetricsF(font).fontDpi());
+  font.setPixelSize(wholeSize(spec.size));
+  font.setHintingPreference(hinting());
   if (spec.medium) font.setWeight(QFont::Medium);
   return font;
 }

@@ -19,7 +19,8 @@ struct SetText {
   double width = 0;
 };
 
-// Sets text as the applications of the desktop do, each glyph where they put it. Sizes are logical pixels.
+// Sets text as the applications of the desktop do, each glyph where they put it. Sizes are pixels of the
+// screen, whatever scale Qt draws its own windows at.
 // Applications differ: some round a font's size and keep fractions of a pixel in the advances (Qt), some keep
 // the size and round every advance (GTK, Chromium); FontSpec::wholeAdvances says which.
 class QtTypesetter {

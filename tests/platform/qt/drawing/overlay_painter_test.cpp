@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QPainter>
-
-#include "platform/qt/desktop/screen_background.h"
+#include <QImage>
 
 namespace nimbletype {
 namespace {
@@ -57,18 +55,6 @@ TEST(OverlayPainter, CoversTextAndBoxesButNotTheCaret) {
   EXPECT_TRUE(covered.contains(QPoint(61, 10)));
   EXPECT_FALSE(covered.contains(QPoint(55, 35)));  // between box and text
   EXPECT_FALSE(covered.contains(QPoint(110, 10)));
-}
-
-TEST(ScreenBackground, IsTheColorBehindText) {
-  QImage image(16, 18, QImage::Format_ARGB32);
-  image.fill(QColor(40, 44, 52));
-  QPainter painter(&image);
-  painter.setPen(QColor(230, 230, 230));
-  painter.drawText(0, 14, "wM");
-  painter.end();
-  EXPECT_EQ(commonestColor(image), QColor(40, 44, 52));
-  EXPECT_EQ(commonestColor(QImage()), std::nullopt);
-  EXPECT_EQ(backgroundBeside(QRect(-50000, 0, 0, 18)), std::nullopt);  // on no screen
 }
 
 }  // namespace

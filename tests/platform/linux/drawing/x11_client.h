@@ -24,9 +24,14 @@ class X11Client {
   enum class Shape { bounding, input };
   QRegion shapeOf(xcb_window_t window, Shape shape) const;
   bool isMapped(xcb_window_t window) const;
+  QRect placeOf(xcb_window_t window) const;
+  // The window that is above all others, seen or not.
+  xcb_window_t topmost() const;
   // Becomes, or ceases to be, what owns a selection.
   void ownSelection(const char* name, bool own) const;
-  // Waits for the server alone: Qt handles no events meanwhile. False when it gave up.
+  // Says what panels leave of the screen, as window managers do.
+  void leaveFree(const QRect& area) const;
+  // Waits for the server alone: no events are handled meanwhile. False when it gave up.
   bool soon(const std::function<bool()>& condition) const;
 
  private:

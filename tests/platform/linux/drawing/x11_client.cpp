@@ -1,10 +1,11 @@
-#include "tests/platform/qt/drawing/x11_client.h"
+#include "tests/platform/linux/drawing/x11_client.h"
 
 #include <xcb/shape.h>
 
-#include <cstring>
+#include <iterator>
 #include <stdexcept>
 
+#include "platform/linux/x11/x11_image.h"
 #include "platform/linux/x11/xcb_support.h"
 
 namespace nimbletype {
@@ -43,13 +44,7 @@ xcb_window_t X11Client::focus() const {
 }
 
 std::uint32_t X11Client::pixelAt(const QPoint& point) const {
-  const auto cookie =
-      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screenOf(connection_).root,
-                    static_cast<std::int16_t>(point.x()), static_cast<std::int16_t>(point.y()), 1, 1, ~0U);
-  const auto image = owned(xcb_get_image_reply(connection_, cookie, nullptr));
-  std::uint32_t pixel = 0;
-  std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof pixel);
-  return pixel & 0xFFFFFF;
+  return x11Image(connection_, rootWindow(connection_), {point, QSize(1, 1)}).pixel(0, 0) & 0xFFFFFF;
 }
 
 QRegion X11Client::shapeOf(xcb_window_t window, Shape shape) const {
@@ -69,9 +64,29 @@ bool X11Client::isMapped(xcb_window_t window) const {
          XCB_MAP_STATE_VIEWABLE;
 }
 
+QRect X11Client::placeOf(xcb_window_t window) const {
+  const auto place =
+      owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+  return {place->x, place->y, place->width, place->height};
+}
+
+xcb_window_t X11Client::topmost() const {
+  const auto cookie = xcb_query_tree(connection_, rootWindow(connection_));
+  const auto tree = owned(xcb_query_tree_reply(connection_, cookie, nullptr));
+  return xcb_query_tree_children(tree.get())[tree->children_len - 1];
+}
+
 void X11Client::ownSelection(const char* name, bool own) const {
   xcb_set_selection_owner(connection_, own ? window_ : XCB_NONE, atomNamed(connection_, name),
                           XCB_CURRENT_TIME);
+  focus();
+}
+
+void X11Client::leaveFree(const QRect& area) const {
+  const std::int32_t values[] = {area.x(), area.y(), area.width(), area.height()};
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, rootWindow(connection_),
+                      atomNamed(connection_, "_NET_WORKAREA"), XCB_ATOM_CARDINAL, 32, std::size(values),
+                      values);
   focus();
 }
 

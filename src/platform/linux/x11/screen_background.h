@@ -1,4 +1,6 @@
 #pragma once
+#include <xcb/xcb.h>
+
 #include <QColor>
 #include <QImage>
 #include <QRect>
@@ -10,10 +12,11 @@ namespace nimbletype {
 // it.
 std::optional<QColor> commonestColor(const QImage& image);
 
-// The background of what is on screen at a place; none where the screen cannot be read.
-std::optional<QColor> backgroundOf(const QRect& place);
+// The background of what is on screen at a place, in pixels of the root window; none where the screen cannot
+// be read.
+std::optional<QColor> backgroundOf(xcb_connection_t* connection, const QRect& place);
 
 // The same just right of a caret.
-std::optional<QColor> backgroundBeside(const QRect& caret);
+std::optional<QColor> backgroundBeside(xcb_connection_t* connection, const QRect& caret);
 
 }  // namespace nimbletype

@@ -1,10 +1,10 @@
-#include "platform/qt/desktop/screen_background.h"
+#include "platform/linux/x11/screen_background.h"
 
-#include <QGuiApplication>
-#include <QPixmap>
-#include <QScreen>
 #include <algorithm>
 #include <vector>
+
+#include "platform/linux/x11/x11_image.h"
+#include "platform/linux/x11/xcb_support.h"
 
 namespace nimbletype {
 namespace {
@@ -37,18 +37,14 @@ std::optional<QColor> commonestColor(const QImage& image) {
   return QColor::fromRgb(best);
 }
 
-std::optional<QColor> backgroundOf(const QRect& place) {
-  QScreen* screen = QGuiApplication::screenAt(place.topLeft());
-  if (!screen) return std::nullopt;
-  const QRect seen = place & screen->geometry();
-  if (seen.isEmpty()) return std::nullopt;
-  const QPoint inScreen = seen.topLeft() - screen->geometry().topLeft();
-  return commonestColor(
-      screen->grabWindow(0, inScreen.x(), inScreen.y(), seen.width(), seen.height()).toImage());
+std::optional<QColor> backgroundOf(xcb_connection_t* connection, const QRect& place) {
+  const xcb_window_t root = rootWindow(connection);
+  return commonestColor(x11Image(connection, root, place & x11Bounds(connection, root)));
 }
 
-std::optional<QColor> backgroundBeside(const QRect& caret) {
-  return backgroundOf({caret.x() + caret.width(), caret.y(), stripWidth, std::max(1, caret.height())});
+std::optional<QColor> backgroundBeside(xcb_connection_t* connection, const QRect& caret) {
+  return backgroundOf(connection,
+                      {caret.x() + caret.width(), caret.y(), stripWidth, std::max(1, caret.height())});
 }
 
 }  // namespace nimbletype
