@@ -56,9 +56,6 @@ void serveLoop() {
 int main(int argc, char** argv) {
   // The ghost is to be on screen, or gone, in the frame in which it was decided.
   qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
-  // Other applications tell where their text is in pixels of the screen, whatever the resolution.
-  qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-  for (const char* factor : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) qunsetenv(factor);
   // On a Wayland session the X11 applications can be served all the same.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
   if (!nimbletype::canOpenDisplay()) {
