@@ -1,10 +1,11 @@
 #include "platform/linux/desktop/desktop_entries.h"
 
-#include <gio/gdesktopappinfo.h>
-
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <utility>
+
+#include "platform/linux/desktop/program_name.h"
 
 namespace nimbletype {
 namespace {
@@ -29,10 +30,24 @@ std::string textOf(const char* s) {
   return s ? s : "";
 }
 
-bool isTerminal(GAppInfo* info) {
-  if (!G_IS_DESKTOP_APP_INFO(info)) return false;
-  const std::string categories = textOf(g_desktop_app_info_get_categories(G_DESKTOP_APP_INFO(info)));
-  return categories.find("TerminalEmulator") != std::string::npos;
+std::string valueOf(GDesktopAppInfo* info, const char* key) {
+  gchar* value = g_desktop_app_info_get_string(info, key);
+  std::string text = textOf(value);
+  g_free(value);
+  return text;
+}
+
+bool isTerminal(GDesktopAppInfo* info) {
+  return textOf(g_desktop_app_info_get_categories(info)).find("TerminalEmulator") != std::string::npos;
+}
+
+std::vector<std::string> wordsOf(const std::string& command) {
+  std::vector<std::string> words;
+  int count = 0;
+  gchar** parsed = nullptr;
+  if (g_shell_parse_argv(command.c_str(), &count, &parsed, nullptr)) words.assign(parsed, parsed + count);
+  g_strfreev(parsed);
+  return words;
 }
 
 }  // namespace
@@ -50,22 +65,42 @@ void DesktopEntries::load() {
   byID_.clear();
   byWindowClass_.clear();
   byShortName_.clear();
+  byProgram_.clear();
   GList* all = g_app_info_get_all();
   for (GList* item = all; item; item = item->next) {
-    auto* info = G_APP_INFO(item->data);
-    const DesktopEntry entry{withoutSuffix(textOf(g_app_info_get_id(info))),
-                             textOf(g_app_info_get_name(info)), isTerminal(info)};
+    if (!G_IS_DESKTOP_APP_INFO(item->data)) continue;
+    auto* info = G_DESKTOP_APP_INFO(item->data);
+    const DesktopEntry entry{withoutSuffix(textOf(g_app_info_get_id(G_APP_INFO(info)))),
+                             textOf(g_app_info_get_name(G_APP_INFO(info))), isTerminal(info),
+                             valueOf(info, "Icon")};
     if (entry.id.empty()) continue;
     byID_.emplace(folded(entry.id), entry);
     byShortName_.emplace(folded(shortName(entry.id)), entry);
-    const std::string windowClass =
-        G_IS_DESKTOP_APP_INFO(info)
-            ? textOf(g_desktop_app_info_get_startup_wm_class(G_DESKTOP_APP_INFO(info)))
-            : "";
+    const std::string windowClass = textOf(g_desktop_app_info_get_startup_wm_class(info));
     if (!windowClass.empty()) byWindowClass_.emplace(folded(windowClass), entry);
+    addPrograms(info, entry);
   }
   g_list_free_full(all, g_object_unref);
   loaded_ = true;
+}
+
+// Of several entries with one program the one named after it is meant, not its settings or one of its tasks.
+void DesktopEntries::addPrograms(GDesktopAppInfo* info, const DesktopEntry& entry) {
+  if (g_desktop_app_info_get_boolean(info, "Terminal")) return;
+  for (const char* key : {"Exec", "TryExec"}) {
+    const std::string program = programStartedBy(wordsOf(valueOf(info, key)));
+    if (program.empty()) continue;
+    if (folded(shortName(entry.id)) == folded(program))
+      byProgram_.insert_or_assign(program, entry);
+    else
+      byProgram_.emplace(program, entry);
+  }
+}
+
+std::optional<DesktopEntry> DesktopEntries::startedBy(const std::string& program) {
+  if (!loaded_) load();
+  const auto found = byProgram_.find(program);
+  return found == byProgram_.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::optional<DesktopEntry> DesktopEntries::find(const Index& index, const std::string& key) const {

@@ -1,5 +1,5 @@
 #pragma once
-#include <gio/gio.h>
+#include <gio/gdesktopappinfo.h>
 
 #include <map>
 #include <optional>
@@ -14,6 +14,7 @@ struct DesktopEntry {
   std::string id;    // without ".desktop"
   std::string name;  // in the user's language
   bool isTerminal = false;
+  std::string icon{};  // a name that the theme has a picture for, or a file; may be empty
 };
 
 // What a window says about the application it belongs to; empty where it does not say.
@@ -31,15 +32,20 @@ class DesktopEntries {
 
   // Always an entry with an id when the window says anything at all, installed or not.
   DesktopEntry of(const WindowIdentity& window);
+  // The installed application that is started by a program of this name. None for programs that run inside a
+  // terminal: they are that terminal's.
+  std::optional<DesktopEntry> startedBy(const std::string& program);
 
  private:
   using Index = std::map<std::string, DesktopEntry>;  // by lower-case key
   void load();
+  void addPrograms(GDesktopAppInfo* info, const DesktopEntry& entry);
   std::optional<DesktopEntry> find(const Index& index, const std::string& key) const;
 
   GObjectPtr<GAppInfoMonitor> monitor_;
   bool loaded_ = false;
   Index byID_, byWindowClass_, byShortName_;
+  Index byProgram_;  // by the name as it is
 };
 
 }  // namespace nimbletype

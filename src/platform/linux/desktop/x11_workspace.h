@@ -1,7 +1,5 @@
 #pragma once
-#include <memory>
-
-#include "platform/desktop/workspace.h"
+#include "platform/linux/desktop/x11_clients.h"
 
 namespace nimbletype {
 
@@ -9,16 +7,20 @@ namespace nimbletype {
 // GLib main loop on the default context.
 class X11Workspace final : public Workspace {
  public:
-  X11Workspace();
-  ~X11Workspace() override;
+  explicit X11Workspace(std::shared_ptr<DesktopEntries> entries = std::make_shared<DesktopEntries>());
+  X11Workspace(const X11Workspace&) = delete;
+  X11Workspace& operator=(const X11Workspace&) = delete;
 
   std::optional<RunningApp> frontmost() override;
   void onFrontmostChanged(std::function<void()> changed) override;
   std::vector<ScreenWindow> windows() override;
 
  private:
-  class Impl;
-  std::unique_ptr<Impl> impl_;
+  void noticeFront();
+
+  X11Clients clients_;
+  std::function<void()> changed_;
+  std::optional<RunningApp> last_;
 };
 
 }  // namespace nimbletype

@@ -30,7 +30,7 @@ class WindowsWorld final : public WorkspaceWorld {
   }
   Workspace& workspace() override { return *workspace_; }
   RunningApp app(int index) override {
-    if (index == 0) return {getpid(), "org.xfce.mousepad", "Mousepad", {}, false, true};
+    if (index == 0) return {getpid(), "org.xfce.mousepad", "Mousepad", {}, false, true, "org.xfce.mousepad"};
     return {getpid(), "linux_accessibility_tests", "Home-made", {}, false, true};
   }
 
