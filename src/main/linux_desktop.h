@@ -2,6 +2,7 @@
 #include "core/app/app_model.h"
 #include "main/data_files.h"
 #include "platform/linux/accessibility/atspi_accessibility.h"
+#include "platform/linux/desktop/linux_running_apps.h"
 #include "platform/linux/desktop/tesseract_screen_reader.h"
 #include "platform/linux/desktop/x11_screens.h"
 #include "platform/linux/desktop/x11_workspace.h"
@@ -22,17 +23,20 @@
 #include "platform/linux/system/linux_system_settings.h"
 #include "platform/linux/system/stderr_system_log.h"
 #include "platform/linux/system/upower_power_source.h"
+#include "platform/linux/tray/tray_status_bar.h"
 #include "platform/qt/drawing/qt_font_metrics.h"
 #include "platform/qt/network/qt_http_client.h"
 #include "platform/qt/network/qt_http_downloads.h"
 #include "platform/qt/system/qt_main_loop.h"
+#include "windows/kit/status_picture.h"
 
 namespace nimbletype {
 
-// All adapters of the Linux desktop. Needs a running QGuiApplication on an X11 display.
+// All adapters of the Linux desktop. Needs a running QApplication on an X11 display.
 class LinuxDesktop {
  public:
   LinuxDesktop(std::optional<std::string> modelFile, bool verbose);
+  // Without the windows, which are not the desktop's.
   Ports ports();
   MainLoop& loop() { return loop_; }
 
@@ -40,7 +44,9 @@ class LinuxDesktop {
   StderrSystemLog log_;
   QtMainLoop loop_;
   AtspiAccessibility accessibility_;
-  X11Workspace workspace_;
+  std::shared_ptr<DesktopEntries> entries_ = std::make_shared<DesktopEntries>();
+  X11Workspace workspace_{entries_};
+  LinuxRunningApps runningApps_{entries_};
   XcbEventTap eventTap_;
   XcbEventPoster eventPoster_;
   X11Pasteboard pasteboard_;
@@ -52,6 +58,8 @@ class LinuxDesktop {
   HunspellSpellChecker spellChecker_;
   LinuxPermissionSource permissions_;
   LinuxSystemSettings systemSettings_;
+  AutostartLoginItem loginItem_;
+  TrayStatusBar statusBar_{statusPicture};
   AtomicFile defaultsFile_;
   DataFiles files_;
   JsonDefaultsStore defaults_;

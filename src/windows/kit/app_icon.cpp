@@ -1,10 +1,8 @@
 #include "windows/kit/app_icon.h"
 
-#include <QApplication>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QIcon>
-#include <QStyle>
 
 namespace nimbletype {
 namespace {
@@ -19,11 +17,7 @@ QIcon iconNamed(const QString& name) {
 }  // namespace
 
 QPixmap appIcon(const std::string& icon, int size, qreal devicePixelRatio) {
-  QPixmap picture = iconNamed(QString::fromStdString(icon)).pixmap(QSize(size, size), devicePixelRatio);
-  if (!picture.isNull()) return picture;
-  const QIcon plain = QIcon::fromTheme("application-x-executable",
-                                       QApplication::style()->standardIcon(QStyle::SP_DesktopIcon));
-  return plain.pixmap(QSize(size, size), devicePixelRatio);
+  return iconNamed(QString::fromStdString(icon)).pixmap(QSize(size, size), devicePixelRatio);
 }
 
 }  // namespace nimbletype

@@ -4,7 +4,7 @@
 
 namespace nimbletype {
 
-// The icon of an application as RunningApp names it; a plain one where there is none.
+// The icon of an application as RunningApp names it; empty where there is none.
 QPixmap appIcon(const std::string& icon, int size, qreal devicePixelRatio);
 
 }  // namespace nimbletype

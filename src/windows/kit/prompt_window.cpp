@@ -14,7 +14,7 @@
 namespace nimbletype {
 namespace {
 
-constexpr int pictureSize = 44, textWidth = 380;
+constexpr int pictureSize = 44, textWidth = 430;
 
 QLabel* makeWords(const char* role) {
   auto* label = new QLabel;
@@ -62,6 +62,7 @@ void PromptWindow::setTexts(const QString& title, const QString& body) {
 }
 
 void PromptWindow::setPicture(const QPixmap& picture) {
+  if (picture.isNull()) return;
   symbol_ = {};
   picture_->setPixmap(picture);
 }

@@ -18,7 +18,7 @@ class PromptWindow : public QWidget {
   explicit PromptWindow(std::string_view symbol, QWidget* parent = nullptr);
 
   void setTexts(const QString& title, const QString& body);
-  // In the place of the symbol.
+  // In the place of the symbol, which stays where the picture is empty.
   void setPicture(const QPixmap& picture);
   // Between the sentence and the buttons.
   QLabel* addNote();

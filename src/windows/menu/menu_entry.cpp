@@ -39,7 +39,7 @@ QSize MenuEntry::sizeHint() const {
   const int line = fontMetrics().height();
   const int trailing = fontMetrics().horizontalAdvance(shortcutKeys().toString(QKeySequence::NativeText)) +
                        (row_.isUnfolded ? symbolSize : 0);
-  const int width = 2 * space::medium + symbolSize + space::small + row_.indent * indentation +
+  const int width = 2 * space::large + symbolSize + space::small + row_.indent * indentation +
                     fontMetrics().horizontalAdvance(text()) + (trailing > 0 ? space::large + trailing : 0);
   return {width, line + 2 * space::small - 2 + (row_.note.empty() ? 0 : textSizes().note + space::hair)};
 }
@@ -70,7 +70,7 @@ void MenuEntry::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(rect().adjusted(space::hair, 0, -space::hair, 0), controlRadius, controlRadius);
   }
   const auto mirrored = [this](const QRect& r) { return QStyle::visualRect(layoutDirection(), rect(), r); };
-  const int left = space::medium + row_.indent * indentation, right = width() - space::medium;
+  const int left = space::large + row_.indent * indentation, right = width() - space::large;
   const int line = fontMetrics().height(), top = row_.note.empty() ? (height() - line) / 2 : space::small - 1;
   const QRect symbolPlace(left, top, symbolSize, line);
   paintSymbol(painter, leadingSymbol(), mirrored(symbolPlace), isLit ? look.accent : ink);

@@ -25,6 +25,8 @@ const char* nameOf(Tone tone) {
       return "good";
     case Tone::trouble:
       return "trouble";
+    case Tone::paused:
+      return "paused";
     default:
       return "plain";
   }

@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPainterPath>
 #include <QPropertyAnimation>
 #include <QScreen>
@@ -28,7 +29,6 @@ class QtMenuPanel::Window final : public QFrame {
  public:
   explicit Window(QtMenuPanel& owner)
       : QFrame(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), owner_(owner) {
-    setProperty("role", "card");
     setWindowTitle("Nimbletype");
     setAccessibleName("Nimbletype");
     setAttribute(Qt::WA_TranslucentBackground);
@@ -81,6 +81,14 @@ class QtMenuPanel::Window final : public QFrame {
     QPainterPath outline;
     outline.addRoundedRect(rect(), cardRadius, cardRadius);
     setMask(isMixed_ ? QRegion() : QRegion(outline.toFillPolygon().toPolygon()));
+  }
+
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(currentLook().line);
+    painter.setBrush(currentLook().card);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cardRadius, cardRadius);
   }
 
   void keyPressEvent(QKeyEvent* event) override {

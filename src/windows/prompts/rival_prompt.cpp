@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 #include <QPushButton>
-#include <QStyle>
+#include <algorithm>
 
 #include "menubar/prompt_texts.h"
 #include "platform/system/desktop_kind.h"
@@ -37,10 +37,12 @@ void RivalPrompt::act() {
 
 void RivalPrompt::follow() {
   const auto& running = watcher_.running().get();
-  if (!running.empty()) rivals_ = running;
+  if (watcher_.quitState().get() == QuitState::idle && !running.empty()) rivals_.clear();
+  for (const RivalApp& rival : running)
+    if (std::ranges::count(rivals_, rival) == 0) rivals_.push_back(rival);
   if (!rivals_.empty()) setPicture(appIcon(rivals_.front().icon, iconSize, devicePixelRatioF()));
   std::vector<std::string> names;
-  for (const RivalApp& rival : rivals_) names.push_back(rival.name);
+  for (const RivalApp& rival : running.empty() ? rivals_ : running) names.push_back(rival.name);
   const RivalPromptText text = rivalPromptText(names, watcher_.quitState().get(), running.empty(), onMac);
   setTexts(QString::fromStdString(text.title), QString::fromStdString(text.body));
   nextTime_->setChecked(prefs_.quitRivalsAutomatically.get());

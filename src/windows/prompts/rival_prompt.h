@@ -19,7 +19,7 @@ class RivalPrompt final : public PromptWindow {
 
   RivalWatcher& watcher_;
   Preferences& prefs_;
-  std::vector<RivalApp> rivals_;  // those that run, or ran last
+  std::vector<RivalApp> rivals_;  // all that were there since they were asked to quit
   QCheckBox* nextTime_;
   QPushButton *later_, *chief_;
   std::vector<Task> observations_;

@@ -42,7 +42,6 @@ SettingsWindow::SettingsWindow(const Services& services) : s_(services) {
   bind(*card, s_.prefs.quitRivalsAutomatically, "Quit other autocomplete apps when they open", {});
   addPredictions(*card);
   layout->addWidget(card);
-  layout->addStretch(1);
   setMinimumWidth(windowWidth);
 }
 

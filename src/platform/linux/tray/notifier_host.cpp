@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/notifier_host.h"
+#include "platform/linux/tray/notifier_host.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/tray_status_bar.h"
+#include "platform/linux/tray/tray_status_bar.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/xembed_host.h"
+#include "platform/linux/tray/xembed_host.h"
 
 #include <xcb/xfixes.h>
 

@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "platform/desktop/status_bar.h"
-#include "platform/linux/desktop/notifier_host.h"
-#include "platform/linux/desktop/xembed_host.h"
+#include "platform/linux/tray/notifier_host.h"
+#include "platform/linux/tray/xembed_host.h"
 
 namespace nimbletype {
 
