@@ -8,17 +8,26 @@
 namespace nimbletype {
 namespace {
 
-std::filesystem::path dataHome() {
+std::filesystem::path folderNamed(const char* variable, const char* inHome) {
   // Anything but an absolute path is to be ignored.
-  if (const char* home = std::getenv("XDG_DATA_HOME"); home && home[0] == '/') return home;
+  if (const char* folder = std::getenv(variable); folder && folder[0] == '/') return folder;
   const char* home = std::getenv("HOME");
-  return std::filesystem::path(home ? home : "/") / ".local" / "share";
+  return std::filesystem::path(home ? home : "/") / inHome;
 }
 
 }  // namespace
 
 std::filesystem::path dataFolder() {
-  return dataHome() / "Nimbletype";
+  return folderNamed("XDG_DATA_HOME", ".local/share") / "Nimbletype";
+}
+
+std::filesystem::path configHome() {
+  return folderNamed("XDG_CONFIG_HOME", ".config");
+}
+
+std::filesystem::path runningProgram() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
 std::string userFullName() {
