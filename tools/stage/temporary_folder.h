@@ -9,8 +9,8 @@ namespace nimbletype {
 // An empty folder that is gone when the object is.
 class TemporaryFolder {
  public:
-  TemporaryFolder() {
-    auto name = (std::filesystem::temp_directory_path() / "nimbletype-XXXXXX").string();
+  explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+    auto name = (parent / "nimbletype-XXXXXX").string();
     if (!::mkdtemp(name.data())) throw std::runtime_error("cannot make a folder like " + name);
     path = name;
   }

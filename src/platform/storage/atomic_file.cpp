@@ -4,59 +4,21 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <utility>
 #include <vector>
+
+#include "platform/storage/descriptor.h"
 
 namespace nimbletype {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view asideEnd = ".unreadable";
-
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : fd_(fd) {}
-  ~Descriptor() { close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  bool isOpen() const { return fd_ >= 0; }
-  bool write(std::string_view bytes) const {
-    while (!bytes.empty()) {
-      const auto written = ::write(fd_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) return false;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
-  // The Mac's own fsync is content with the disk's cache.
-  bool sync() const {
-#ifdef F_FULLFSYNC
-    if (::fcntl(fd_, F_FULLFSYNC) == 0) return true;
-#endif
-    return ::fsync(fd_) == 0;
-  }
-  bool close() { return fd_ < 0 || ::close(std::exchange(fd_, -1)) == 0; }
-
- private:
-  int fd_;
-};
-
 bool writeWhole(int fd, const std::string& content) {
   Descriptor file(fd);
   return file.isOpen() && file.write(content) && file.sync() && file.close();
-}
-
-// Without this a power cut may bring the old name table back.
-void syncFolder(const fs::path& folder) {
-  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_CLOEXEC));
-  if (descriptor.isOpen()) descriptor.sync();
 }
 
 fs::path behindLinks(const fs::path& path) {

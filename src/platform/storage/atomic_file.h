@@ -1,5 +1,6 @@
 #pragma once
 #include <filesystem>
+#include <string_view>
 
 #include "platform/storage/file_store.h"
 
@@ -9,6 +10,9 @@ namespace nimbletype {
 // place.
 class AtomicFile : public FileStore {
  public:
+  // What the name of a file that was set aside ends with, before a number if there are more.
+  static constexpr std::string_view asideEnd = ".unreadable";
+
   explicit AtomicFile(std::filesystem::path path) : path_(std::move(path)) {}
 
   std::optional<std::string> read() const override;

@@ -70,8 +70,8 @@ JsonDefaultsStore::JsonDefaultsStore(FileStore& file, MainLoop& loop, SystemLog&
     values_ = std::move(parsed);
     return;
   }
-  log_.log("settings", "the settings file cannot be read and was set aside");
-  file_.setAside();
+  log_.log("settings", file_.setAside() ? "the settings file cannot be read and was set aside"
+                                        : "the settings file cannot be read");
 }
 
 JsonDefaultsStore::~JsonDefaultsStore() {

@@ -2,6 +2,7 @@
 
 #include <libsecret/secret.h>
 
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -18,18 +19,22 @@ using Access = std::expected<void, SecretFailure>;
 template <typename Answer>
 using Handler = std::function<void(std::expected<Answer, SecretFailure>)>;
 
-const SecretSchema* schema() {
-  static const SecretSchema* const made = secret_schema_new(
-      "com.moravelle.nimbletype", SECRET_SCHEMA_NONE, "account", SECRET_SCHEMA_ATTRIBUTE_STRING, nullptr);
-  return made;
+// Kept for good: requests refer to it for as long as they run.
+const SecretSchema* schemaOf(const std::string& application) {
+  static std::map<std::string, const SecretSchema*> made;
+  const SecretSchema*& schema = made[application];
+  if (!schema)
+    schema = secret_schema_new(application.c_str(), SECRET_SCHEMA_NONE, "account",
+                               SECRET_SCHEMA_ATTRIBUTE_STRING, nullptr);
+  return schema;
 }
 
 // What is under way. libsecret calls back even when it is cancelled, so everybody shares it.
 template <typename Answer>
 class Exchange : public std::enable_shared_from_this<Exchange<Answer>> {
  public:
-  Exchange(MainLoop& loop, std::string name, Handler<Answer> done)
-      : account(std::move(name)), loop_(loop), done_(std::move(done)) {
+  Exchange(MainLoop& loop, Place where, Handler<Answer> done)
+      : place(std::move(where)), loop_(loop), done_(std::move(done)) {
     limit(patience);
   }
 
@@ -50,7 +55,7 @@ class Exchange : public std::enable_shared_from_this<Exchange<Answer>> {
   }
   bool isOpen() const { return done_ != nullptr; }
 
-  const std::string account;
+  const Place place;
   const GObjectPtr<GCancellable> cancellable{g_cancellable_new()};
 
  private:
@@ -71,8 +76,9 @@ gpointer once(Step step) {
   return new Step(std::move(step));
 }
 
-AttributesPtr attributesOf(const std::string& account) {
-  return AttributesPtr(secret_attributes_build(schema(), "account", account.c_str(), nullptr));
+AttributesPtr attributesOf(const Place& place) {
+  return AttributesPtr(
+      secret_attributes_build(schemaOf(place.application), "account", place.account.c_str(), nullptr));
 }
 
 SecretFailure failureOf(const GError* error) {
@@ -103,8 +109,8 @@ void search(const std::shared_ptr<Exchange<Answer>>& exchange, SecretSearchFlags
     else
       exchange->finish(std::unexpected(item.error()));
   };
-  secret_service_search(nullptr, schema(), attributesOf(exchange->account).get(), flags,
-                        exchange->cancellable.get(), run, once(std::move(step)));
+  secret_service_search(nullptr, schemaOf(exchange->place.application), attributesOf(exchange->place).get(),
+                        flags, exchange->cancellable.get(), run, once(std::move(step)));
 }
 
 // The end of a write or a removal.
@@ -130,12 +136,12 @@ std::expected<std::optional<std::string>, SecretFailure> secretOf(const ItemPtr&
 
 void store(const std::shared_ptr<Exchange<void>>& exchange, const std::string& secret) {
   exchange->limit(patienceWithUser);
-  const std::string label = "Nimbletype: " + exchange->account;
+  const std::string label = "Nimbletype: " + exchange->place.account;
   const SecretPtr value(
       secret_value_new(secret.data(), static_cast<gssize>(secret.size()), "application/octet-stream"));
-  secret_service_store(nullptr, schema(), attributesOf(exchange->account).get(), SECRET_COLLECTION_DEFAULT,
-                       label.c_str(), value.get(), exchange->cancellable.get(), run,
-                       once([exchange](GAsyncResult* result) {
+  secret_service_store(nullptr, schemaOf(exchange->place.application), attributesOf(exchange->place).get(),
+                       SECRET_COLLECTION_DEFAULT, label.c_str(), value.get(), exchange->cancellable.get(),
+                       run, once([exchange](GAsyncResult* result) {
                          GError* error = nullptr;
                          const gboolean stored = secret_service_store_finish(nullptr, result, &error);
                          conclude(*exchange, stored, error);
@@ -143,8 +149,8 @@ void store(const std::shared_ptr<Exchange<void>>& exchange, const std::string& s
 }
 
 void clear(const std::shared_ptr<Exchange<void>>& exchange) {
-  secret_service_clear(nullptr, schema(), attributesOf(exchange->account).get(), exchange->cancellable.get(),
-                       run, once([exchange](GAsyncResult* result) {
+  secret_service_clear(nullptr, schemaOf(exchange->place.application), attributesOf(exchange->place).get(),
+                       exchange->cancellable.get(), run, once([exchange](GAsyncResult* result) {
                          GError* error = nullptr;
                          const gboolean cleared = secret_service_clear_finish(nullptr, result, &error);
                          conclude(*exchange, cleared, error);
@@ -158,24 +164,23 @@ Task ownerOf(const std::shared_ptr<Exchange<Answer>>& exchange) {
 
 }  // namespace
 
-Task read(MainLoop& loop, const std::string& account, SecretStore::ReadHandler done) {
+Task read(MainLoop& loop, const Place& place, SecretStore::ReadHandler done) {
   using Reading = Exchange<std::optional<std::string>>;
-  const auto exchange = std::make_shared<Reading>(loop, account, std::move(done));
+  const auto exchange = std::make_shared<Reading>(loop, place, std::move(done));
   search<std::optional<std::string>>(exchange, SECRET_SEARCH_LOAD_SECRETS,
                                      [exchange](const ItemPtr& item) { exchange->finish(secretOf(item)); });
   return ownerOf(exchange);
 }
 
 // The search before shows whether anybody answers, before the user's time is allowed for.
-Task write(MainLoop& loop, const std::string& account, const std::string& secret,
-           SecretStore::WriteHandler done) {
-  const auto exchange = std::make_shared<Exchange<void>>(loop, account, std::move(done));
+Task write(MainLoop& loop, const Place& place, const std::string& secret, SecretStore::WriteHandler done) {
+  const auto exchange = std::make_shared<Exchange<void>>(loop, place, std::move(done));
   search<void>(exchange, SECRET_SEARCH_NONE, [exchange, secret](const ItemPtr&) { store(exchange, secret); });
   return ownerOf(exchange);
 }
 
-Task remove(MainLoop& loop, const std::string& account, SecretStore::WriteHandler done) {
-  const auto exchange = std::make_shared<Exchange<void>>(loop, account, std::move(done));
+Task remove(MainLoop& loop, const Place& place, SecretStore::WriteHandler done) {
+  const auto exchange = std::make_shared<Exchange<void>>(loop, place, std::move(done));
   search<void>(exchange, SECRET_SEARCH_NONE, [exchange](const ItemPtr& item) {
     if (!item)
       exchange->finish({});

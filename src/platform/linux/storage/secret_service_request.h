@@ -13,10 +13,15 @@ constexpr Milliseconds patience{3000};
 // For a write, once the service has answered: it asks the user to unlock what is locked.
 constexpr Milliseconds patienceWithUser{60'000};
 
-[[nodiscard]] Task read(MainLoop& loop, const std::string& account, SecretStore::ReadHandler done);
-[[nodiscard]] Task write(MainLoop& loop, const std::string& account, const std::string& secret,
+// An account within an application, known by the name of its schema.
+struct Place {
+  std::string application, account;
+};
+
+[[nodiscard]] Task read(MainLoop& loop, const Place& place, SecretStore::ReadHandler done);
+[[nodiscard]] Task write(MainLoop& loop, const Place& place, const std::string& secret,
                          SecretStore::WriteHandler done);
 // What is locked stays; the user is not asked.
-[[nodiscard]] Task remove(MainLoop& loop, const std::string& account, SecretStore::WriteHandler done);
+[[nodiscard]] Task remove(MainLoop& loop, const Place& place, SecretStore::WriteHandler done);
 
 }  // namespace nimbletype::secret_service

@@ -22,7 +22,7 @@ Task SecretServiceStore::read(const std::string& account, ReadHandler done) {
                        [done = std::move(done), found = kept->second.found] { done(found); });
   const std::weak_ptr memory = memory_;
   return secret_service::read(
-      loop_, account,
+      loop_, {application_, account},
       [memory, &loop = loop_, account, began = memory_->changes, done = std::move(done)](const Found& found) {
         const auto alive = memory.lock();
         if (alive && alive->changes == began) keep(memory, loop, account, found);
@@ -43,11 +43,13 @@ SecretStore::WriteHandler SecretServiceStore::changing(const std::string& accoun
 }
 
 Task SecretServiceStore::write(const std::string& account, const std::string& secret, WriteHandler done) {
-  return secret_service::write(loop_, account, secret, changing(account, secret, std::move(done)));
+  return secret_service::write(loop_, {application_, account}, secret,
+                               changing(account, secret, std::move(done)));
 }
 
 Task SecretServiceStore::remove(const std::string& account, WriteHandler done) {
-  return secret_service::remove(loop_, account, changing(account, std::nullopt, std::move(done)));
+  return secret_service::remove(loop_, {application_, account},
+                                changing(account, std::nullopt, std::move(done)));
 }
 
 }  // namespace nimbletype

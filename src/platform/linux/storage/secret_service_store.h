@@ -2,6 +2,8 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "platform/storage/secret_store.h"
 #include "platform/system/main_loop.h"
@@ -14,7 +16,9 @@ class SecretServiceStore final : public SecretStore {
  public:
   static constexpr Milliseconds keptFor{5000};
 
-  explicit SecretServiceStore(MainLoop& loop) : loop_(loop) {}
+  // Of the application that keeps its secrets under this name.
+  explicit SecretServiceStore(MainLoop& loop, std::string application = "com.moravelle.nimbletype")
+      : loop_(loop), application_(std::move(application)) {}
 
   [[nodiscard]] Task read(const std::string& account, ReadHandler done) override;
   // A locked store asks the user to unlock it. The item is named after the application and the account.
@@ -37,6 +41,7 @@ class SecretServiceStore final : public SecretStore {
   WriteHandler changing(const std::string& account, std::optional<std::string> secret, WriteHandler done);
 
   MainLoop& loop_;
+  std::string application_;
   std::shared_ptr<Memory> memory_ = std::make_shared<Memory>();
 };
 

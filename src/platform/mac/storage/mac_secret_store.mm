@@ -21,11 +21,16 @@ id bridged(T value) {
   return (__bridge id)value;
 }
 
-Query* itemFor(NSString* account) {
+struct Place {
+  NSString* service;
+  NSString* account;
+};
+
+Query* itemFor(const Place& place) {
   return [@{
     bridged(kSecClass) : bridged(kSecClassGenericPassword),
-    bridged(kSecAttrService) : @"com.moravelle.nimbletype",
-    bridged(kSecAttrAccount) : account,
+    bridged(kSecAttrService) : place.service,
+    bridged(kSecAttrAccount) : place.account,
   } mutableCopy];
 }
 
@@ -51,9 +56,9 @@ bool isLocked() {
 }
 
 // A locked Keychain would ask the user for the data, but not for the attributes.
-Found find(NSString* account) {
+Found find(const Place& place) {
   const bool locked = isLocked();
-  Query* query = itemFor(account);
+  Query* query = itemFor(place);
   query[bridged(locked ? kSecReturnAttributes : kSecReturnData)] = @YES;
   OSStatus status = errSecSuccess;
   const auto item = copiedBy<CFTypeRef>(
@@ -66,21 +71,21 @@ Found find(NSString* account) {
 }
 
 // An item that is there keeps its place and gets the new secret.
-Changed put(NSString* account, NSData* secret) {
-  Query* query = itemFor(account);
+Changed put(const Place& place, NSData* secret) {
+  Query* query = itemFor(place);
   NSDictionary* values = @{
     bridged(kSecValueData) : secret,
     bridged(kSecAttrAccessible) : bridged(kSecAttrAccessibleAfterFirstUnlockThisDeviceOnly),
   };
   const OSStatus status = SecItemUpdate((__bridge CFDictionaryRef)query, (__bridge CFDictionaryRef)values);
   if (status != errSecItemNotFound) return changedBy(status);
-  query[bridged(kSecAttrLabel)] = [@"Nimbletype: " stringByAppendingString:account];
+  query[bridged(kSecAttrLabel)] = [@"Nimbletype: " stringByAppendingString:place.account];
   [query addEntriesFromDictionary:values];
   return changedBy(SecItemAdd((__bridge CFDictionaryRef)query, nullptr));
 }
 
-Changed erase(NSString* account) {
-  const OSStatus status = SecItemDelete((__bridge CFDictionaryRef)itemFor(account));
+Changed erase(const Place& place) {
+  const OSStatus status = SecItemDelete((__bridge CFDictionaryRef)itemFor(place));
   return status == errSecItemNotFound ? Changed() : changedBy(status);
 }
 
@@ -107,19 +112,19 @@ Task start(std::function<Answer()> work, std::function<void(Answer)> done) {
 }  // namespace
 
 Task MacSecretStore::read(const std::string& account, ReadHandler done) {
-  NSString* name = nsString(account);
-  return start<Found>([name] { return find(name); }, std::move(done));
+  const Place place{nsString(service_), nsString(account)};
+  return start<Found>([place] { return find(place); }, std::move(done));
 }
 
 Task MacSecretStore::write(const std::string& account, const std::string& secret, WriteHandler done) {
-  NSString* name = nsString(account);
+  const Place place{nsString(service_), nsString(account)};
   NSData* data = [NSData dataWithBytes:secret.data() length:secret.size()];
-  return start<Changed>([name, data] { return put(name, data); }, std::move(done));
+  return start<Changed>([place, data] { return put(place, data); }, std::move(done));
 }
 
 Task MacSecretStore::remove(const std::string& account, WriteHandler done) {
-  NSString* name = nsString(account);
-  return start<Changed>([name] { return erase(name); }, std::move(done));
+  const Place place{nsString(service_), nsString(account)};
+  return start<Changed>([place] { return erase(place); }, std::move(done));
 }
 
 }  // namespace nimbletype

@@ -5,7 +5,9 @@
 #include "platform/scripted/storage/memory_file_store.h"
 #include "platform/scripted/system/recording_system_log.h"
 #include "platform/scripted/system/virtual_main_loop.h"
+#include "platform/storage/read_only_file.h"
 #include "tests/platform/storage/defaults_store_conformance.h"
+#include "tools/stage/temporary_folder.h"
 
 namespace nimbletype {
 namespace {
@@ -67,6 +69,22 @@ TEST_F(JsonDefaultsStoreTest, SetsAsideWhatCannotBeRead) {
     EXPECT_EQ(file.asides.back(), content);
     EXPECT_EQ(log.lines.size(), 1U);
   }
+}
+
+TEST_F(JsonDefaultsStoreTest, LeavesAnotherProgramsFileAlone) {
+  const TemporaryFolder folder;
+  const auto path = folder.path / "settings.json";
+  ReadOnlyFile othersFile(path);
+  for (const std::string content : {"", "{\"a\": true}", "garbage"}) {
+    if (!content.empty()) AtomicFile(path).write(content);
+    const JsonDefaultsStore store(othersFile, loop, log);
+    loop.advance(Milliseconds(0));
+    EXPECT_EQ(store.get("a").has_value(), content.starts_with('{'));
+    EXPECT_EQ(AtomicFile(path).read().value_or(""), content);
+    EXPECT_FALSE(std::filesystem::exists(path.string() + ".unreadable"));
+  }
+  EXPECT_THAT(log.lines, testing::ElementsAre(testing::Field(&RecordingSystemLog::Line::message,
+                                                             "the settings file cannot be read")));
 }
 
 TEST_F(JsonDefaultsStoreTest, WritesTheChangesOfOneTurnTogether) {

@@ -73,5 +73,14 @@ TEST_F(SecretServiceStoreTest, SeesTheChangesOfOthersWhenItForgets) {
   EXPECT_EQ(read("key"), "new");
 }
 
+TEST_F(SecretServiceStoreTest, EachApplicationHasItsOwn) {
+  EXPECT_TRUE(write("key", "ours"));
+  secretService.emplace(loop, "com.example.other");
+  EXPECT_EQ(read("key"), std::nullopt);
+  EXPECT_TRUE(write("key", "theirs"));
+  reopen();
+  EXPECT_EQ(read("key"), "ours");
+}
+
 }  // namespace
 }  // namespace nimbletype
