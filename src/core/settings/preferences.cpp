@@ -6,8 +6,8 @@
 namespace nimbletype {
 namespace {
 
-constexpr std::array<std::string_view, 6> survivingKeys{
-    "onboardingDone", "keyHintsShown", "introSeen", "introMuted", "migratedFromPlumlet", "AppleLanguages"};
+constexpr std::array<std::string_view, 6> survivingKeys{"onboardingDone", "keyHintsShown", "introSeen",
+                                                        "introMuted",     migratedKey,     "AppleLanguages"};
 
 }  // namespace
 

@@ -1,10 +1,14 @@
 #pragma once
 #include <string>
+#include <string_view>
 
 #include "core/settings/setting.h"
 #include "core/settings/settings_types.h"
 
 namespace nimbletype {
+
+// Not a setting of the user's: whether the earlier product's things were carried over.
+inline constexpr std::string_view migratedKey = "migratedFromPlumlet";
 
 // The one store of the user's settings. Each is read once, when this is made; every change is stored at once
 // and told to those who observe that setting. Main thread only.

@@ -21,6 +21,8 @@ class AnySetting {
   SettingType type() const { return type_; }
   std::span<const std::string_view> choices() const { return choices_; }
   virtual DefaultsValue stored() const = 0;
+  // Whether a value in its stored form is of the type.
+  virtual bool accepts(const DefaultsValue& value) const = 0;
   // Sets the value from its stored form; false, with nothing changed, when it is not of the type.
   virtual bool assign(const DefaultsValue& value) = 0;
   [[nodiscard]] Task observe(Observers::Callback changed) const { return observers_.add(std::move(changed)); }
@@ -72,6 +74,7 @@ class Setting : public AnySetting {
   }
 
   DefaultsValue stored() const override { return encodeSetting(value_); }
+  bool accepts(const DefaultsValue& value) const override { return decode(value).has_value(); }
   bool assign(const DefaultsValue& value) override {
     auto decoded = decode(value);
     if (!decoded) return false;

@@ -22,6 +22,8 @@ class WritingMemory {
   WritingMemory(const WritingMemory&) = delete;
   WritingMemory& operator=(const WritingMemory&) = delete;
 
+  // Until `load` the file is left alone: it may not be in its place yet.
+  void awaitFile() { opening_ = true; }
   // Reads the file; once, at the start.
   void load();
   // Takes a passage from the text of a field. `appKey` is a rule key.

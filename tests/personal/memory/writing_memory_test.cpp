@@ -59,6 +59,19 @@ class WritingMemoryTest : public testing::Test {
   std::optional<WritingMemory> memory;
 };
 
+TEST_F(WritingMemoryTest, LeavesAFileAloneThatIsYetToCome) {
+  save(first);
+  memory.emplace(MemoryVault::Services{file, secrets, background, loop, log});
+  const auto box = std::exchange(file.content, std::nullopt);
+  memory->awaitFile();
+  save(second);
+  pass(WritingMemory::retryDelay);
+  file.content = box;
+  memory->load();
+  pass(WritingMemory::saveDelay);
+  EXPECT_EQ(texts(), (std::vector<std::string>{first, second}));
+}
+
 TEST_F(WritingMemoryTest, SavesOnceASecondAfterTheLastChange) {
   take("Twenty-three characters");
   EXPECT_EQ(memory->count(), 0U);
