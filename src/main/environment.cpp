@@ -13,4 +13,8 @@ std::optional<std::string> modelInEnvironment() {
   return environment("NIMBLETYPE_MODEL");
 }
 
+bool isLocalOnly() {
+  return environment("NIMBLETYPE_LOCAL_ONLY") == "1";
+}
+
 }  // namespace nimbletype

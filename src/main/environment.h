@@ -10,4 +10,7 @@ std::optional<std::string> environment(const char* name);
 // The GGUF file that the environment names.
 std::optional<std::string> modelInEnvironment();
 
+// Whether the environment asks for an intro without sound.
+bool isLocalOnly();
+
 }  // namespace nimbletype

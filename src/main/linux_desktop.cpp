@@ -1,5 +1,7 @@
 #include "main/linux_desktop.h"
 
+#include "main/earlier_product.h"
+#include "main/environment.h"
 #include "platform/linux/system/linux_paths.h"
 #include "platform/linux/x11/x11_font_resolution.h"
 
@@ -19,8 +21,11 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       defaultsFile_(dataFolder() / "settings.json"),
       files_(dataFolder()),
       defaults_(defaultsFile_, loop_, log_),
+      earlierDefaultsFile_(earlier_product::folder(dataFolder()) / "settings.json"),
+      earlierDefaults_(earlierDefaultsFile_, loop_, log_),
       downloads_(loop_),
       secrets_(loop_),
+      earlierSecrets_(loop_, earlier_product::domain),
       onDevice_(loop_),
       background_(loop_),
       screenReader_(background_),
@@ -49,12 +54,14 @@ Ports LinuxDesktop::ports() {
           .loginItem = loginItem_,
           .statusBar = statusBar_,
           .defaults = defaults_,
+          .earlierDefaults = earlierDefaults_,
           .rulesFile = files_.rules,
           .statisticsFile = files_.statistics,
           .memoryFile = files_.memory,
           .http = http_,
           .downloads = downloads_,
           .secrets = secrets_,
+          .earlierSecrets = earlierSecrets_,
           .onDevice = onDevice_,
           .background = background_,
           .disk = disk_,
@@ -62,8 +69,11 @@ Ports LinuxDesktop::ports() {
           .screenReader = screenReader_,
           .clipboardText = &clipboardText_,
           .dataFolder = dataFolder(),
+          .earlierFolder = earlier_product::folder(dataFolder()),
           .modelFile = modelFile_,
-          .user = {.fullName = userFullName(), .locale = {}, .timeZone = {}}};
+          .user = {.fullName = userFullName(), .locale = {}, .timeZone = {}},
+          .bundleIdentifier = "nimbletype",
+          .localOnly = isLocalOnly()};
 }
 
 }  // namespace nimbletype

@@ -28,6 +28,7 @@
 #include "platform/qt/network/qt_http_client.h"
 #include "platform/qt/network/qt_http_downloads.h"
 #include "platform/qt/system/qt_main_loop.h"
+#include "platform/storage/read_only_file.h"
 #include "windows/kit/status_picture.h"
 
 namespace nimbletype {
@@ -63,9 +64,11 @@ class LinuxDesktop {
   AtomicFile defaultsFile_;
   DataFiles files_;
   JsonDefaultsStore defaults_;
+  ReadOnlyFile earlierDefaultsFile_;
+  JsonDefaultsStore earlierDefaults_;
   QtHttpClient http_;
   QtHttpDownloads downloads_;
-  SecretServiceStore secrets_;
+  SecretServiceStore secrets_, earlierSecrets_;
   AbsentOnDeviceModel onDevice_;
   LinuxBackgroundWork background_;
   LinuxDiskSpace disk_;

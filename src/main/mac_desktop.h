@@ -2,8 +2,10 @@
 #include "core/app/app_model.h"
 #include "main/data_files.h"
 #include "platform/mac/accessibility/mac_accessibility.h"
+#include "platform/mac/desktop/mac_running_apps.h"
 #include "platform/mac/desktop/mac_screen_reader.h"
 #include "platform/mac/desktop/mac_screens.h"
+#include "platform/mac/desktop/mac_status_bar.h"
 #include "platform/mac/desktop/mac_workspace.h"
 #include "platform/mac/drawing/mac_font_metrics.h"
 #include "platform/mac/drawing/mac_overlay_surface.h"
@@ -21,6 +23,7 @@
 #include "platform/mac/storage/mac_disk_space.h"
 #include "platform/mac/storage/mac_secret_store.h"
 #include "platform/mac/system/mac_background_work.h"
+#include "platform/mac/system/mac_login_item.h"
 #include "platform/mac/system/mac_main_loop.h"
 #include "platform/mac/system/mac_permission_source.h"
 #include "platform/mac/system/mac_power_source.h"
@@ -33,6 +36,7 @@ namespace nimbletype {
 class MacDesktop {
  public:
   MacDesktop();
+  // Without the windows, which are not the desktop's.
   Ports ports();
 
  private:
@@ -40,6 +44,7 @@ class MacDesktop {
   MacSystemLog log_;
   MacAccessibility accessibility_;
   MacWorkspace workspace_;
+  MacRunningApps runningApps_;
   MacEventTap eventTap_{loop_, log_};
   MacEventPoster eventPoster_;
   MacPasteboard pasteboard_{loop_};
@@ -51,11 +56,13 @@ class MacDesktop {
   MacSpellChecker spellChecker_;
   MacPermissionSource permissions_;
   MacSystemSettings systemSettings_;
-  MacDefaultsStore defaults_;
+  MacLoginItem loginItem_;
+  MacStatusBar statusBar_;
+  MacDefaultsStore defaults_, earlierDefaults_;
   DataFiles files_;
   MacHttpClient http_;
   MacHttpDownloads downloads_{loop_};
-  MacSecretStore secrets_;
+  MacSecretStore secrets_, earlierSecrets_;
   MacOnDeviceModel onDevice_;
   MacBackgroundWork background_;
   MacDiskSpace disk_;

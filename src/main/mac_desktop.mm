@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include "main/earlier_product.h"
 #include "main/environment.h"
 #include "platform/mac/bridge/mac_text.h"
 #include "platform/mac/system/mac_paths.h"
@@ -21,13 +22,18 @@ UserIdentity currentUser() {
 
 }  // namespace
 
-MacDesktop::MacDesktop() : defaults_(defaultsDomain()), files_(dataFolder()) {}
+MacDesktop::MacDesktop()
+    : defaults_(defaultsDomain()),
+      earlierDefaults_(nsString(earlier_product::domain)),
+      files_(dataFolder()),
+      earlierSecrets_(earlier_product::domain) {}
 
 Ports MacDesktop::ports() {
   return {.loop = loop_,
           .log = log_,
           .accessibility = accessibility_,
           .workspace = workspace_,
+          .runningApps = runningApps_,
           .eventTap = eventTap_,
           .eventPoster = eventPoster_,
           .pasteboard = pasteboard_,
@@ -41,13 +47,17 @@ Ports MacDesktop::ports() {
           .spellChecker = spellChecker_,
           .permissions = permissions_,
           .systemSettings = systemSettings_,
+          .loginItem = loginItem_,
+          .statusBar = statusBar_,
           .defaults = defaults_,
+          .earlierDefaults = earlierDefaults_,
           .rulesFile = files_.rules,
           .statisticsFile = files_.statistics,
           .memoryFile = files_.memory,
           .http = http_,
           .downloads = downloads_,
           .secrets = secrets_,
+          .earlierSecrets = earlierSecrets_,
           .onDevice = onDevice_,
           .background = background_,
           .disk = disk_,
@@ -55,8 +65,11 @@ Ports MacDesktop::ports() {
           .screenReader = screenReader_,
           .clipboardText = &clipboardText_,
           .dataFolder = dataFolder(),
+          .earlierFolder = earlier_product::folder(dataFolder()),
           .modelFile = modelInEnvironment(),
-          .user = currentUser()};
+          .user = currentUser(),
+          .bundleIdentifier = utf8String(defaultsDomain()),
+          .localOnly = isLocalOnly()};
 }
 
 }  // namespace nimbletype

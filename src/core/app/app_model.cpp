@@ -17,6 +17,9 @@ AppModel::AppModel(Ports ports)
                    injector_),
       source_(fieldSource_),
       keyTap_(ports_.eventTap, ports_.log),
+      migration_({ports_.defaults, ports_.earlierDefaults, ports_.secrets, ports_.earlierSecrets,
+                  ports_.background, ports_.log},
+                 {ports_.earlierFolder, ports_.dataFolder}),
       prefs_(ports_.defaults),
       rules_(prefs_, ports_.rulesFile, ports_.loop, ports_.log),
       stats_(ports_.statisticsFile, ports_.loop, ports_.log, ports_.region),
@@ -86,7 +89,8 @@ bool AppModel::start() {
   }));
   following_.push_back(permissions_.observe([this] { accessMayHaveArrived(); }));
   following_.push_back(menu_.observe([this] { statusItem_.refreshItem(); }));
-  memory_.load();
+  memory_.awaitFile();
+  migration_.finish({[this] { memory_.load(); }, [this] { modelStore_.refresh(); }});
   engine_.warmUp();
   return watch_.start();
 }

@@ -6,6 +6,7 @@
 #include "core/app/key_router.h"
 #include "core/app/launch_at_login.h"
 #include "core/app/menu_model.h"
+#include "core/app/migration/migration.h"
 #include "core/app/system_wide_watch.h"
 #include "core/app/window_manager.h"
 #include "core/completion/completion_engine.h"
@@ -76,19 +77,21 @@ struct Ports {
   LoginItem& loginItem;
   StatusBar& statusBar;
   DefaultsStore& defaults;
+  const DefaultsStore& earlierDefaults;  // of the maker's earlier product
   FileStore& rulesFile;
   FileStore& statisticsFile;
   FileStore& memoryFile;
   HttpClient& http;
   HttpDownloads& downloads;
   SecretStore& secrets;
+  SecretStore& earlierSecrets;
   OnDeviceModel& onDevice;
   BackgroundWork& background;
   DiskSpace& disk;
   RegionSource& region;
   ScreenReader& screenReader;
   ClipboardText* clipboardText = nullptr;  // none where it cannot be told what was copied
-  std::filesystem::path dataFolder;
+  std::filesystem::path dataFolder, earlierFolder;
   std::optional<std::string> modelFile;  // used as it is, instead of the downloaded one
   UserIdentity user;
   std::string bundleIdentifier;  // this application's
@@ -152,6 +155,7 @@ class AppModel {
   AXFieldSource fieldSource_;
   SourceSwitch source_;
   KeyTap keyTap_;
+  Migration migration_;  // before all that reads the settings or the folder
   Preferences prefs_;
   AppRules rules_;
   StatsStore stats_;
