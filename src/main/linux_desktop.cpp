@@ -18,6 +18,7 @@ LinuxDesktop::LinuxDesktop(std::optional<std::string> modelFile, bool verbose)
       alternativesSurface_(screens_),
       spellChecker_(loop_, {}),
       permissions_(accessibility_),
+      loginItem_(configHome() / "autostart", runningProgram()),
       defaultsFile_(dataFolder() / "settings.json"),
       files_(dataFolder()),
       defaults_(defaultsFile_, loop_, log_),

@@ -18,6 +18,7 @@
 #include "platform/linux/storage/json_defaults_store.h"
 #include "platform/linux/storage/linux_disk_space.h"
 #include "platform/linux/storage/secret_service_store.h"
+#include "platform/linux/system/autostart_login_item.h"
 #include "platform/linux/system/linux_background_work.h"
 #include "platform/linux/system/linux_permission_source.h"
 #include "platform/linux/system/linux_system_settings.h"
@@ -40,6 +41,7 @@ class LinuxDesktop {
   // Without the windows, which are not the desktop's.
   Ports ports();
   MainLoop& loop() { return loop_; }
+  bool mixesWindows() const { return ghostSurface_.mixesWindows(); }
 
  private:
   StderrSystemLog log_;

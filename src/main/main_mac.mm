@@ -1,40 +1,50 @@
 #import <AppKit/AppKit.h>
 
 #include <QApplication>
+#include <cstdio>
 #include <functional>
 #include <optional>
 #include <utility>
 
-#include "core/app/app_model.h"
+#include "main/arguments.h"
+#include "main/face.h"
 #include "main/mac_desktop.h"
 #include "main/quit_signals.h"
 #include "main/quitting.h"
+#include "main/single_instance.h"
 
 namespace {
 
 using namespace nimbletype;
 
-// A turn of the loop that ends though nothing happens.
-void serveLoop() {
-  [NSRunLoop.currentRunLoop runMode:NSDefaultRunLoopMode
-                         beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.02]];
-}
-
 // The adapters, and over them the model.
 class Application {
  public:
   // Neither tap nor fields can be had before the user trusts this application.
-  Application() {
+  Application(const Arguments& arguments, SingleInstance& instance) : instance_(instance) {
     model_.start();
+    obey(model_.windows(), arguments, false);
+    model_.showFace();
     if (!model_.permissions().accessibility()) model_.permissions().askForAccessibility();
+    instance_.onArguments([this](const std::vector<std::string>& words) {
+      if (const auto later = readArguments(words)) obey(model_.windows(), *later, true);
+    });
   }
-  ~Application() { quit(model_, serveLoop); }
+  ~Application() {
+    instance_.onArguments({});
+    quit(model_, 0);
+  }
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
+  // Opened once more, as one opens an application to see it.
+  void reopened() { obey(model_.windows(), {}, true); }
+
  private:
+  SingleInstance& instance_;
   MacDesktop desktop_;
-  AppModel model_{desktop_.ports()};
+  AppModel model_{withWindows(
+      desktop_.ports(), [] { return true; }, [] { [NSApp terminate:nil]; })};
 };
 
 // What the system tells the application.
@@ -78,18 +88,29 @@ struct Events {
 @end
 
 int main(int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  const auto arguments = readArguments(words);
+  if (!arguments) return std::fprintf(stderr, "%s\n", arguments.error().c_str()), 2;
+  if (arguments->help) return std::printf("%s\n", argumentsHelp().c_str()), 0;
+  if (arguments->version) return std::printf("nimbletype %s\n", NIMBLETYPE_VERSION), 0;
   @autoreleasepool {
     // Qt would bring the application in front of the one that the user works in.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     std::optional<Application> application;
+    std::optional<SingleInstance> instance;
     // Qt's own delegate takes the place of this one and hands on what it is told.
-    NS_VALID_UNTIL_END_OF_SCOPE NimbletypeDelegate* delegate =
-        [[NimbletypeDelegate alloc] initWithEvents:{.launched = [&] { application.emplace(); },
-                                                    .reopened = {},
-                                                    .quitting = [&] { application.reset(); }}];
+    NS_VALID_UNTIL_END_OF_SCOPE NimbletypeDelegate* delegate = [[NimbletypeDelegate alloc]
+        initWithEvents:{.launched = [&] { application.emplace(*arguments, *instance); },
+                        .reopened =
+                            [&] {
+                              if (application) application->reopened();
+                            },
+                        .quitting = [&] { application.reset(); }}];
     NSApplication.sharedApplication.delegate = delegate;
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    instance.emplace("nimbletype");
+    if (!instance->isFirst()) return instance->handOver(words) ? 0 : 1;
     [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];
     quitOnSignals();
     const int status = QApplication::exec();

@@ -97,8 +97,8 @@ struct Ports {
   std::string bundleIdentifier;  // this application's
   bool localOnly = false;        // the environment asks for silence
   // Makes the windows' manager. The model is not complete yet: it may be kept, not used.
-  std::function<std::unique_ptr<WindowManager>(AppModel&)> makeWindows;
-  std::function<void()> quit;  // ends the main loop
+  std::function<std::unique_ptr<WindowManager>(AppModel&)> makeWindows{};
+  std::function<void()> quit{};  // ends the main loop
 };
 
 // The root of the application: builds every service in a fixed order and keeps them for the life of the

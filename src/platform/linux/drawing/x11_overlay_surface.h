@@ -15,6 +15,8 @@ class X11OverlaySurface final : public OverlaySurface {
 
   void show(const DrawList& list) override;
   void hide() override { window_.hide(); }
+  // Whether a compositor runs, so that windows may be partly transparent.
+  bool mixesWindows() const { return window_.isTransparent(); }
 
  private:
   const Screens& screens_;

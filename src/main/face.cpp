@@ -1,0 +1,21 @@
+#include "main/face.h"
+
+#include "windows/app_windows.h"
+
+namespace nimbletype {
+
+Ports withWindows(Ports ports, std::function<bool()> mixesWindows, std::function<void()> quit) {
+  ports.quit = std::move(quit);
+  ports.makeWindows = [&settings = ports.systemSettings,
+                       mixesWindows = std::move(mixesWindows)](AppModel& model) {
+    return std::make_unique<AppWindows>(model, settings, mixesWindows);
+  };
+  return ports;
+}
+
+void obey(WindowManager& windows, const Arguments& arguments, bool isLater) {
+  if (arguments.playIntro) windows.playIntro();
+  if (arguments.openSettings || (isLater && !arguments.playIntro)) windows.openSettings(arguments.pane);
+}
+
+}  // namespace nimbletype

@@ -1,0 +1,17 @@
+#pragma once
+#include <functional>
+
+#include "core/app/app_model.h"
+#include "main/arguments.h"
+
+namespace nimbletype {
+
+// Completes what a desktop lends by our own windows. `mixesWindows` tells whether windows may be partly
+// transparent, `quit` ends the main loop. Needs a QApplication.
+Ports withWindows(Ports ports, std::function<bool()> mixesWindows, std::function<void()> quit);
+
+// Does what a start asks for. A later one that asks for nothing wants the settings: that is how they are
+// reached while the icon is hidden.
+void obey(WindowManager& windows, const Arguments& arguments, bool isLater);
+
+}  // namespace nimbletype
