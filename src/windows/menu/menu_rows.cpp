@@ -147,6 +147,15 @@ QWidget* MenuRows::widgetFor(const MenuRow& row) {
   return add(new MenuEntry(row), row.action);
 }
 
+QSize MenuRows::fittingSize(int smallestWidth) {
+  ensurePolished();
+  layout()->invalidate();
+  layout()->activate();
+  const int width = std::max(smallestWidth, layout()->totalSizeHint().width());
+  const int height = layout()->totalHeightForWidth(width);
+  return {width, height >= 0 ? height : layout()->totalSizeHint().height()};
+}
+
 void MenuRows::moveFocus(int step) {
   std::vector<QAbstractButton*> able;
   for (const Choice& choice : choices_)

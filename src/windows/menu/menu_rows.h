@@ -12,6 +12,8 @@ class MenuRows final : public QWidget {
  public:
   MenuRows(const MenuContent& content, std::function<void(MenuAction)> chosen, QWidget* parent);
 
+  // What all rows take, at least this wide, whether they have been shown yet or not.
+  QSize fittingSize(int smallestWidth);
   // The next row that can be chosen, or the one before; round the ends.
   void moveFocus(int step);
   void focusOn(MenuAction action);

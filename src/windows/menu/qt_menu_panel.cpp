@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include "platform/system/desktop_kind.h"
 #include "windows/kit/look.h"
 #include "windows/kit/placing.h"
 #include "windows/menu/menu_rows.h"
@@ -34,7 +35,7 @@ class QtMenuPanel::Window final : public QFrame {
     setAttribute(Qt::WA_TranslucentBackground);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);  // the rows that went had other sizes
     fade_.setTargetObject(this);
     fade_.setPropertyName("windowOpacity");
     fade_.setDuration(longestMotion);
@@ -49,10 +50,11 @@ class QtMenuPanel::Window final : public QFrame {
     delete rows_;
     rows_ = new MenuRows(
         content, [this](MenuAction action) { owner_.chosen_(action); }, this);
-    rows_->setMinimumWidth(smallestWidth);
     layout()->addWidget(rows_);
+    if (!isVisible()) return;
+    moveInto(anchor_);
+    rows_->show();
     rows_->focusOn(focused);
-    if (isVisible()) moveInto(anchor_);
   }
 
   void openAt(const QRect& item, bool fades, bool isMixed) {
@@ -63,7 +65,8 @@ class QtMenuPanel::Window final : public QFrame {
     fade_.stop();
     setWindowOpacity(fades ? 0.0 : 1.0);
     show();
-    activateWindow();
+    // A popup of X11 has the keyboard as it is; one that has been activated closes when that is taken back.
+    if (onMac) activateWindow();
     if (fades) fade_.start();
     setFocus(Qt::PopupFocusReason);
     grabSoon(grabTries);
@@ -80,7 +83,7 @@ class QtMenuPanel::Window final : public QFrame {
     QFrame::resizeEvent(event);
     QPainterPath outline;
     outline.addRoundedRect(rect(), cardRadius, cardRadius);
-    setMask(isMixed_ ? QRegion() : QRegion(outline.toFillPolygon().toPolygon()));
+    if (!isMixed_) setMask(outline.toFillPolygon().toPolygon());
   }
 
   void paintEvent(QPaintEvent*) override {
@@ -118,8 +121,8 @@ class QtMenuPanel::Window final : public QFrame {
     anchor_ = item;
     const QScreen* screen = QGuiApplication::screenAt(item.center());
     if (!screen) screen = QGuiApplication::primaryScreen();
-    layout()->activate();
-    move(panelPlace(sizeHint(), item, screen->availableGeometry(), isRightToLeft()));
+    const QSize size = rows_->fittingSize(smallestWidth);
+    setGeometry({panelPlace(size, item, screen->availableGeometry(), isRightToLeft()), size});
   }
 
   void grabSoon(int tries) {

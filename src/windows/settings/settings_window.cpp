@@ -43,6 +43,7 @@ SettingsWindow::SettingsWindow(const Services& services) : s_(services) {
   addPredictions(*card);
   layout->addWidget(card);
   setMinimumWidth(windowWidth);
+  resize(windowWidth, layout->heightForWidth(windowWidth));
 }
 
 void SettingsWindow::bind(RowCard& card, Setting<bool>& setting, const QString& label, const QString& note) {
