@@ -13,7 +13,7 @@ namespace nimbletype {
 namespace {
 
 constexpr int patienceMs = 1'000, pauseMs = 20;
-constexpr qint64 longestMessage = 64 * 1024;
+constexpr qint64 longestMessage = 65'536;
 constexpr const char* taken = "taken\n";
 
 QString pathFor(QString name) {

@@ -5,13 +5,12 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QFile>
-#include <QLocalSocket>
-#include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdlib>
+#include <future>
 #include <optional>
-#include <thread>
+#include <utility>
 
 #include "tools/stage/temporary_folder.h"
 #include "tools/stage/waiting.h"
@@ -19,6 +18,7 @@
 namespace nimbletype {
 namespace {
 
+using std::chrono_literals::operator""s;
 using Words = std::vector<std::string>;
 
 // Processes that start at once, tell whether they were the first, and stay until they are ended.
@@ -92,11 +92,9 @@ TEST_F(SingleInstanceTest, HearsWhatLaterStartsWereAskedFor) {
   ASSERT_TRUE(first.isFirst());
   std::vector<Words> heard;
   const auto start = [&](const Words& words) {
-    std::optional<bool> answer;
-    std::thread second([&] { answer = SingleInstance("name").handOver(words); });
-    waitFor("the second start", [&] { return answer.has_value(); });
-    second.join();
-    return *answer;
+    auto answer = std::async(std::launch::async, [&] { return SingleInstance("name").handOver(words); });
+    waitFor("the second start", [&] { return answer.wait_for(0s) == std::future_status::ready; });
+    return answer.get();
   };
   const Words words{"--open-settings", "keys", "", "ein \"Wort\"\n für zwei"};
   EXPECT_TRUE(start(words));
