@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -51,19 +52,36 @@ pid_t parentOf(pid_t process) {
   return parent;
 }
 
-std::vector<std::string> argumentsOf(pid_t process) {
+// Texts that each end with a NUL.
+std::vector<std::string> wordsIn(const fs::path& file) {
   std::vector<std::string> words;
-  const std::string line = contentOf(folderOf(process) / "cmdline");
+  const std::string line = contentOf(file);
   for (std::size_t at = 0; at < line.size(); at += words.back().size() + 1)
     words.emplace_back(line.c_str() + at);
   return words;
 }
 
+// ":0" of ":0.1": all of a display's screens are one session.
+std::string_view displayIn(std::string_view name) {
+  return name.substr(0, name.find('.', name.rfind(':') == name.npos ? 0 : name.rfind(':')));
+}
+
+// The user may be at another display as well.
+bool isAtAnotherDisplay(pid_t process) {
+  constexpr std::string_view variable = "DISPLAY=";
+  const char* ours = std::getenv("DISPLAY");
+  for (const std::string& word : wordsIn(folderOf(process) / "environ"))
+    if (word.starts_with(variable))
+      return displayIn(std::string_view(word).substr(variable.size())) != displayIn(ours ? ours : "");
+  return false;
+}
+
 // What a process calls itself may be anything, but is also the name of a link that it was started by.
 UserProcess describe(pid_t process, std::string executable) {
-  auto words = argumentsOf(process);
-  if (words.empty()) words.emplace_back();
-  UserProcess described{parentOf(process), std::move(executable), {programStartedBy(words)}};
+  UserProcess described{parentOf(process), std::move(executable), {}};
+  auto words = wordsIn(folderOf(process) / "cmdline");
+  if (words.empty() || isAtAnotherDisplay(process)) return described;
+  described.programs.push_back(programStartedBy(words));
   words[0] = described.executable;
   described.programs.insert(described.programs.begin(), programStartedBy(words));
   return described;

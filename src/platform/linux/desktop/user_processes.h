@@ -11,9 +11,10 @@
 namespace nimbletype {
 
 struct UserProcess {
-  pid_t parent = 0;                     // as it was when the program was started
-  std::string executable{};             // with its folder
-  std::vector<std::string> programs{};  // names it may have in a desktop entry, the likeliest first
+  pid_t parent = 0;          // as it was when the program was started
+  std::string executable{};  // with its folder
+  // Names it may have in a desktop entry, the likeliest first; none for one at another display of the user's.
+  std::vector<std::string> programs{};
 };
 using ProcessTable = std::map<pid_t, UserProcess>;
 

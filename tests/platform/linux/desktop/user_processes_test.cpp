@@ -5,10 +5,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/desktop/program_name.h"
+#include "tools/stage/desktop_session.h"
 #include "tools/stage/temporary_folder.h"
+#include "tools/stage/waiting.h"
 
 namespace nimbletype {
 namespace {
@@ -73,6 +76,22 @@ TEST(UserProcesses, StandForAnApplicationOnce) {
     EXPECT_EQ(app, (RunningApp{id, "org.example.true", "org.example.true", {}, false, false, "picture"}));
   }
   EXPECT_EQ(ids, (std::vector<pid_t>{11, 21, 40}));
+}
+
+TEST(UserProcesses, AreOfNoConcernAtAnotherDisplay) {
+  setenv("DISPLAY", ":4711.1", 1);
+  UserProcesses processes;
+  for (const auto& [display, concerns] :
+       {std::pair{":4711", true}, {":4711.0", true}, {":4712", false}, {"elsewhere:4711", false}}) {
+    const DesktopProgram program({"env", "DISPLAY=" + std::string(display), "sleep", "infinity"});
+    const auto found = [&] {
+      const ProcessTable& all = processes.look();
+      const auto at = all.find(program.processID());
+      return at == all.end() ? UserProcess{} : at->second;
+    };
+    waitFor("the program", [&] { return found().executable.ends_with("sleep"); });
+    EXPECT_EQ(!found().programs.empty(), concerns) << display;
+  }
 }
 
 }  // namespace
