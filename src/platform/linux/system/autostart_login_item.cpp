@@ -65,8 +65,9 @@ bool isInstalled(const char* program) {
 
 }  // namespace
 
-AutostartLoginItem::AutostartLoginItem(std::filesystem::path autostartFolder, std::filesystem::path program)
-    : file_(std::move(autostartFolder) / "nimbletype.desktop"), program_(std::move(program)) {}
+AutostartLoginItem::AutostartLoginItem(const std::filesystem::path& autostartFolder,
+                                       std::filesystem::path program)
+    : file_(autostartFolder / "nimbletype.desktop"), program_(std::move(program)) {}
 
 bool AutostartLoginItem::isOn() const {
   const KeyFile file(g_key_file_new());

@@ -10,7 +10,7 @@ namespace nimbletype {
 class AutostartLoginItem final : public LoginItem {
  public:
   // `program` is what will be started.
-  AutostartLoginItem(std::filesystem::path autostartFolder, std::filesystem::path program);
+  AutostartLoginItem(const std::filesystem::path& autostartFolder, std::filesystem::path program);
 
   bool isOn() const override;
   std::expected<void, std::string> set(bool on) override;

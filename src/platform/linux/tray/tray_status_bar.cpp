@@ -65,16 +65,14 @@ bool TrayStatusBar::hasHost() const {
 }
 
 void TrayStatusBar::update() {
-  if (icon_ && hasHost()) {
-    if (!item_)
-      putUp();
-    else if (!window_ && !notifierHost_.isThere())
-      putUp();
-  }
+  // An item that Qt made for the other kind of tray is of no use in this one.
+  const bool fits = item_ && (window_ || notifierHost_.isThere());
+  if (icon_ && hasHost() && !fits) putUp();
   noticePlace();
 }
 
 void TrayStatusBar::putUp() {
+  item_.reset();
   item_ = std::make_unique<QSystemTrayIcon>();
   connect(item_.get(), &QSystemTrayIcon::activated, this, &TrayStatusBar::activate);
   sinceClick_.invalidate();

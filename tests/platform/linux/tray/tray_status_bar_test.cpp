@@ -23,19 +23,9 @@ QIcon redSquare(const StatusIcon&) {
   return picture;
 }
 
-void startApplication() {
-  static int count = 1;
-  static char name[] = "tray_status_bar_test";
-  static char* arguments[] = {name, nullptr};
-  ASSERT_TRUE(DesktopSession::start());
-  static const QApplication application(count, arguments);
-  QApplication::setDoubleClickInterval(0);  // clicks follow each other fast here
-}
-
 // A panel that takes items in as windows.
 struct PanelHarness : RealTime {
   PanelHarness() {
-    startApplication();
     user.emplace();
     status.emplace(redSquare);
     startPanel();
@@ -98,7 +88,6 @@ TEST(TrayStatusBar, AnswersAnyButton) {
 // A tray over the session bus, which tells no place and clicks with calls.
 struct NotifierHarness : RealTime {
   NotifierHarness() {
-    startApplication();
     session.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
     status.emplace(redSquare);
     startTray();
@@ -153,8 +142,18 @@ TEST(NotifierStatusBar, ComesBackWithTheTrayAndTakesADoubleClickForOne) {
   QApplication::setDoubleClickInterval(100'000);
   desk.click();
   desk.click();
+  QApplication::setDoubleClickInterval(0);
   EXPECT_EQ(clicks, 1);
 }
 
 }  // namespace
 }  // namespace nimbletype
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
+  if (!nimbletype::DesktopSession::start()) return 1;
+  const QApplication application(argc, argv);
+  QApplication::setDoubleClickInterval(0);  // clicks follow each other fast here
+  return RUN_ALL_TESTS();
+}
