@@ -33,6 +33,11 @@ bool NotifierHost::hasOurs() const {
          });
 }
 
+void NotifierHost::forgetOurs() {
+  questions_.clear();
+  for (const auto& item : items_) isOurs_[item] = false;
+}
+
 void NotifierHost::follow(GDBusConnection* connection) {
   signals_ = {};
   question_ = {};

@@ -21,6 +21,8 @@ class NotifierHost {
   bool isThere() const { return isThere_; }
   // It shows an item of this process.
   bool hasOurs() const;
+  // What it shows of ours by now is about to go: only a later item counts.
+  void forgetOurs();
 
  private:
   void follow(GDBusConnection* connection);

@@ -36,7 +36,7 @@ void TrayStatusBar::show(const StatusIcon& icon) {
 
 void TrayStatusBar::remove() {
   icon_.reset();
-  item_.reset();
+  takeDown();
   noticePlace();
 }
 
@@ -72,7 +72,7 @@ void TrayStatusBar::update() {
 }
 
 void TrayStatusBar::putUp() {
-  item_.reset();
+  takeDown();
   item_ = std::make_unique<QSystemTrayIcon>();
   connect(item_.get(), &QSystemTrayIcon::activated, this, &TrayStatusBar::activate);
   sinceClick_.invalidate();
@@ -83,6 +83,11 @@ void TrayStatusBar::putUp() {
   window_->installEventFilter(this);
   window_->setAccessibleName(QStringLiteral("Nimbletype"));
   followWindow();
+}
+
+void TrayStatusBar::takeDown() {
+  if (item_) notifierHost_.forgetOurs();
+  item_.reset();
 }
 
 void TrayStatusBar::followWindow() {

@@ -34,6 +34,7 @@ class TrayStatusBar final : public QObject, public StatusBar {
   bool hasHost() const;
   void update();
   void putUp();
+  void takeDown();
   void followWindow();
   void noticePlace();
   void activate(QSystemTrayIcon::ActivationReason reason);
