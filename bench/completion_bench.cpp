@@ -84,8 +84,9 @@ struct Desk {
   PowerMonitor power{powerSource, loop};
   StatsStore stats{statsFile, loop, log, region};
   WritingMemory memory{{memoryFile, secrets, background, loop, log}};
+  Observable<std::string> rival;
   CompletionEngine engine{{loop, prefs, rules, hub, context, typo, ghost, alternatives, emoji, emojiPicker,
-                           screens, metrics, secureInput, power, stats, memory, log}};
+                           screens, metrics, secureInput, power, stats, memory, rival, log}};
 };
 
 FieldSnapshot snapshotOf(std::string before) {

@@ -21,7 +21,8 @@ const char* symbolOf(Tone tone) {
 StatusIcon statusIcon(const MenuState& state) {
   const StatusLine line = statusLine(state);
   const bool hasCount = state.showsCount && state.wordsToday >= 1;
-  return {symbolOf(line.tone), hasCount ? text::formatNumber(state.wordsToday, state.locale) : "", line.text};
+  return {symbolOf(line.tone), hasCount ? text::formatNumber(state.wordsToday, state.locale) : "",
+          "Nimbletype: " + line.text};
 }
 
 }  // namespace nimbletype

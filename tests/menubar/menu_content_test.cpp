@@ -119,7 +119,7 @@ TEST(MenuContent, NamesOneThing) {
   for (const Step& step : steps) {
     step.change(state);
     EXPECT_EQ(statusLine(state).text, step.line);
-    EXPECT_EQ(statusIcon(state), (StatusIcon{step.symbol, "", step.line}));
+    EXPECT_EQ(statusIcon(state), (StatusIcon{step.symbol, "", std::string("Nimbletype: ") + step.line}));
   }
 }
 
