@@ -1,6 +1,8 @@
 #include "menubar/menu_content.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <utility>
 
 #include "text/format/byte_count.h"
