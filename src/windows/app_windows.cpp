@@ -1,12 +1,13 @@
 #include "windows/app_windows.h"
 
 #include <QApplication>
-#include <QEvent>
 #include <QPalette>
+#include <QShortcut>
 
 #include "core/app/app_model.h"
 #include "platform/system/desktop_kind.h"
 #include "windows/kit/look.h"
+#include "windows/kit/status_picture.h"
 #include "windows/menu/qt_menu_panel.h"
 #include "windows/playground/playground_window.h"
 #include "windows/prompts/hidden_icon_prompt.h"
@@ -29,7 +30,10 @@ struct AppWindows::Windows {
 AppWindows::AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows)
     : model_(model),
       settings_(settings),
+      isDarkWithoutWord_(QApplication::palette().color(QPalette::Window).lightness() < 128),
       windows_(std::make_unique<Windows>(settings, std::move(mixesWindows))) {
+  if (!onMac)
+    QApplication::setWindowIcon(statusPicture({.symbol = "pencil.and.scribble", .title = {}, .toolTip = {}}));
   settings_.onChange([this] { follow(); });
   follow();
 }
@@ -39,24 +43,39 @@ AppWindows::~AppWindows() {
 }
 
 void AppWindows::follow() {
-  wear(*qApp, lookFor(settings_.prefersDark().value_or(false)));
+  wear(*qApp, lookFor(settings_.prefersDark().value_or(isDarkWithoutWord_)));
 }
 
 MenuPanel& AppWindows::menuPanel() {
   return windows_->menu;
 }
 
+// As in the menu, while one of the windows is in front.
+void AppWindows::addShortcuts(QWidget& window) {
+  const auto add = [&window](const char* keys, std::function<void()> chosen) {
+    auto* shortcut =
+        new QShortcut(QKeySequence(QString::fromLatin1(keys), QKeySequence::PortableText), &window);
+    QObject::connect(shortcut, &QShortcut::activated, &window, std::move(chosen));
+  };
+  add("Ctrl+,", [this] { openSettings({}); });
+  add("Ctrl+Q", model_.ports().quit);
+}
+
 void AppWindows::openSettings(const std::string&) {
-  if (!windows_->settingsWindow)
+  if (!windows_->settingsWindow) {
     windows_->settingsWindow = std::make_unique<SettingsWindow>(
         SettingsWindow::Services{model_.preferences(), model_.launchAtLogin(), model_.permissions()});
+    addShortcuts(*windows_->settingsWindow);
+  }
   windows_->settingsWindow->present();
 }
 
 void AppWindows::openPlayground() {
-  if (!windows_->playground)
+  if (!windows_->playground) {
     windows_->playground = std::make_unique<PlaygroundWindow>(model_.source(), model_.preferences(),
                                                               model_.ports().bundleIdentifier);
+    addShortcuts(*windows_->playground);
+  }
   windows_->playground->present();
 }
 
@@ -93,7 +112,12 @@ void AppWindows::tell(const std::string& title, const std::string& message) {
 }
 
 void AppWindows::closeAll() {
-  for (QWidget* window : QApplication::topLevelWidgets()) window->close();
+  windows_->menu.close();
+  windows_->settingsWindow.reset();
+  windows_->playground.reset();
+  windows_->rivals.reset();
+  windows_->hiddenIcon.reset();
+  windows_->news.reset();
 }
 
 }  // namespace nimbletype

@@ -4,6 +4,8 @@
 #include "core/app/window_manager.h"
 #include "platform/system/system_settings.h"
 
+class QWidget;
+
 namespace nimbletype {
 
 class AppModel;
@@ -23,14 +25,17 @@ class AppWindows final : public WindowManager {
   void openRivalPrompt() override;
   void openHiddenIconPrompt() override;
   void tell(const std::string& title, const std::string& message) override;
+  // And forgets what they showed.
   void closeAll() override;
 
  private:
   struct Windows;
   void follow();
+  void addShortcuts(QWidget& window);
 
   AppModel& model_;
   SystemSettings& settings_;
+  bool isDarkWithoutWord_;  // what Qt found, which counts where the desktop says nothing
   std::unique_ptr<Windows> windows_;
 };
 

@@ -1,7 +1,9 @@
 #include "windows/kit/placing.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWidget>
 #include <algorithm>
 
 #include "platform/system/desktop_kind.h"
@@ -56,6 +58,18 @@ QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bo
   return {std::clamp(left, screen.left(),
                      std::max(screen.left(), screen.left() + screen.width() - panel.width())),
           std::clamp(top, screen.top(), std::max(screen.top(), bottom - panel.height()))};
+}
+
+void bringToFront(QWidget& window) {
+  if (!window.isVisible()) {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (screen) window.move(screen->availableGeometry().center() - window.rect().center());
+  }
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+  window.activateWindow();
 }
 
 }  // namespace nimbletype

@@ -5,6 +5,8 @@
 
 #include "platform/desktop/geometry.h"
 
+class QWidget;
+
 namespace nimbletype {
 
 // A place of the overlay space, which on Linux counts the screen's own pixels, as Qt's windows count: top
@@ -17,5 +19,8 @@ TopLeftRect fromWindowSpace(const QRectF& place);
 // Where a panel of this size goes: its near corner just under the item, or at the pointer without one; always
 // inside the screen, above the item where there is no room below.
 QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bool rightToLeft);
+
+// Shows a window in front of all others, in the middle of the pointer's screen where it was not shown.
+void bringToFront(QWidget& window);
 
 }  // namespace nimbletype

@@ -1,14 +1,13 @@
 #include "windows/kit/prompt_window.h"
 
 #include <QCheckBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 
 #include "windows/kit/look.h"
+#include "windows/kit/placing.h"
 #include "windows/kit/symbols.h"
 
 namespace nimbletype {
@@ -98,13 +97,9 @@ QPushButton* PromptWindow::addButton(const QString& text, const char* role, std:
 void PromptWindow::present() {
   if (!isVisible()) {
     adjustSize();
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen) move(screen->availableGeometry().center() - rect().center());
     if (auto* last = buttons_->itemAt(buttons_->count() - 1)->widget()) last->setFocus();
   }
-  show();
-  raise();
-  activateWindow();
+  bringToFront(*this);
 }
 
 void PromptWindow::keyPressEvent(QKeyEvent* event) {

@@ -6,6 +6,7 @@
 
 #include "input/keys/key_combo_display.h"
 #include "windows/kit/look.h"
+#include "windows/kit/placing.h"
 #include "windows/playground/practice_text.h"
 
 namespace nimbletype {
@@ -68,9 +69,7 @@ void PlaygroundWindow::nameKeys() {
 }
 
 void PlaygroundWindow::present() {
-  show();
-  raise();
-  activateWindow();
+  bringToFront(*this);
   text_->setFocus();
 }
 

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "windows/kit/look.h"
+#include "windows/kit/placing.h"
 #include "windows/kit/rows.h"
 #include "windows/kit/switch_button.h"
 
@@ -76,9 +77,7 @@ void SettingsWindow::addPredictions(RowCard& card) {
 }
 
 void SettingsWindow::present() {
-  show();
-  raise();
-  activateWindow();
+  bringToFront(*this);
 }
 
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
