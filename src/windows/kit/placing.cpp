@@ -60,16 +60,17 @@ QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bo
           std::clamp(top, screen.top(), std::max(screen.top(), bottom - panel.height()))};
 }
 
-void bringToFront(QWidget& window) {
+void bringToFront(QWidget& window, Focus focus) {
   if (!window.isVisible()) {
     const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen) screen = QGuiApplication::primaryScreen();
     if (screen) window.move(screen->availableGeometry().center() - window.rect().center());
   }
   window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.setAttribute(Qt::WA_ShowWithoutActivating, focus == Focus::left);
   window.show();
   window.raise();
-  window.activateWindow();
+  if (focus == Focus::taken) window.activateWindow();
 }
 
 }  // namespace nimbletype

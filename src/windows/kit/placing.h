@@ -20,7 +20,9 @@ TopLeftRect fromWindowSpace(const QRectF& place);
 // inside the screen, above the item where there is no room below.
 QPoint panelPlace(const QSize& panel, const QRect& item, const QRect& screen, bool rightToLeft);
 
-// Shows a window in front of all others, in the middle of the pointer's screen where it was not shown.
-void bringToFront(QWidget& window);
+// Shows a window in front of all others, in the middle of the pointer's screen where it was not shown. One
+// that nobody asked for leaves the keyboard to the application that is written in.
+enum class Focus { taken, left };
+void bringToFront(QWidget& window, Focus focus = Focus::taken);
 
 }  // namespace nimbletype

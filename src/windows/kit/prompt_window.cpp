@@ -99,7 +99,7 @@ void PromptWindow::present() {
     adjustSize();
     if (auto* last = buttons_->itemAt(buttons_->count() - 1)->widget()) last->setFocus();
   }
-  bringToFront(*this);
+  bringToFront(*this, Focus::left);
 }
 
 void PromptWindow::keyPressEvent(QKeyEvent* event) {

@@ -26,7 +26,7 @@ class PromptWindow : public QWidget {
   // From the safe answer to the chief one, which comes last and has the focus. `role` as in Look.
   QPushButton* addButton(const QString& text, const char* role, std::function<void()> clicked);
 
-  // Shows it, in the middle of the screen when it was closed, and in front of everything.
+  // Shows it in front of everything. It comes by itself, so that it takes no key press from anybody.
   void present();
 
  protected:

@@ -50,7 +50,8 @@ Scene::Scene(Cast cast)
 
 void Scene::writeSettings() const {
   // Without chance, so that every run shows the same.
-  nlohmann::json settings{{"creativity", 0.0}};
+  // The stage has no tray.
+  nlohmann::json settings{{"creativity", 0.0}, {"remindHiddenIcon", false}};
   if (!cast_.engine.empty()) settings["engine"] = cast_.engine;
   if (server_) settings.update({{"serverURL", server_->url("/v1")}, {"serverModel", servedModel}});
   if (!cast_.settings.empty()) settings.update(nlohmann::json::parse(cast_.settings));
