@@ -40,12 +40,12 @@ void RivalWatcher::refresh() {
     processes.push_back(app.processID);
   }
   const auto before = std::exchange(processes_, processes);
-  if (running.empty()) {
+  pausedBy_.set(running.empty() ? "" : running.front().name);
+  running_.set(std::move(running));
+  if (running_.get().empty()) {
     wait_.cancel();
     quitState_.set(QuitState::idle);
   }
-  pausedBy_.set(running.empty() ? "" : running.front().name);
-  running_.set(std::move(running));
   if (appeared_ && !std::ranges::includes(before, processes)) appeared_();
 }
 

@@ -6,11 +6,11 @@
 namespace nimbletype {
 namespace {
 
-constexpr int sheetWidth = 1980, gap = 20, captionHeight = 24;
+constexpr int gap = 20, captionHeight = 24;
 const QColor paper(0xf4, 0xf4, 0xf4), ink(0x30, 0x30, 0x30);
 
 // Row after row, each as high as its highest picture.
-std::vector<QPoint> placesOf(const std::vector<Photo>& photos, int& height) {
+std::vector<QPoint> placesOf(const std::vector<Photo>& photos, int sheetWidth, int& height) {
   std::vector<QPoint> places;
   int x = gap, y = gap, rowHeight = 0;
   for (const Photo& photo : photos) {
@@ -29,9 +29,9 @@ std::vector<QPoint> placesOf(const std::vector<Photo>& photos, int& height) {
 
 }  // namespace
 
-QImage contactSheet(const std::vector<Photo>& photos) {
+QImage contactSheet(const std::vector<Photo>& photos, int sheetWidth) {
   int height = 0;
-  const std::vector<QPoint> places = placesOf(photos, height);
+  const std::vector<QPoint> places = placesOf(photos, sheetWidth, height);
   QImage sheet(sheetWidth, height, QImage::Format_RGB32);
   sheet.fill(paper);
   QPainter painter(&sheet);

@@ -10,7 +10,7 @@ struct Photo {
   QImage picture;
 };
 
-// All pictures on one sheet, pixel for pixel, each under its caption. Needs a QGuiApplication.
-QImage contactSheet(const std::vector<Photo>& photos);
+// All pictures on one sheet of this width, pixel for pixel, each under its caption. Needs a QGuiApplication.
+QImage contactSheet(const std::vector<Photo>& photos, int sheetWidth = 1980);
 
 }  // namespace nimbletype

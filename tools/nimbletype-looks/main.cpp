@@ -66,7 +66,8 @@ int makeSheet(const std::filesystem::path& folder) {
   const QDir files(QString::fromStdString(folder.string()));
   for (const QString& name : files.entryList({"*.png"}, QDir::Files, QDir::Name))
     photos.push_back({name.chopped(4), QImage(files.filePath(name))});
-  return contactSheet(photos).save(files.filePath("../windows.png")) ? 0 : 1;
+  constexpr int width = 5200;  // those at 200 % are large
+  return contactSheet(photos, width).save(files.filePath("../windows.png")) ? 0 : 1;
 }
 
 }  // namespace

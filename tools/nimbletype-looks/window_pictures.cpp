@@ -1,6 +1,7 @@
 #include "tools/nimbletype-looks/window_pictures.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPainter>
 #include <functional>
 #include <vector>
@@ -35,6 +36,13 @@ const MenuState ordinary{.frontApp = "Mail",
                          .locale = "en_GB",
                          .timeZone = "UTC"};
 
+// Window managers answer to a window's new size in their own time.
+void rest() {
+  constexpr qint64 settling = 120;
+  QElapsedTimer time;
+  for (time.start(); !time.hasExpired(settling);) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
 class NoField : public FieldSource {
  public:
   std::optional<FieldSnapshot> snapshot() override { return std::nullopt; }
@@ -58,7 +66,7 @@ class Photographer {
 
   // With some of the desktop around it.
   void take(const std::string& name, QWidget& window) const {
-    QApplication::processEvents();
+    rest();
     const QPixmap picture = window.grab();
     const qreal ratio = picture.devicePixelRatio();
     const int edge = qRound(margin * ratio);
@@ -137,6 +145,7 @@ void takeRivalPrompts(const Photographer& photographer) {
   loop.advance(RivalWatcher::patience);
   photographer.take("rival-refused", prompt);
   apps.launch({.processID = 2, .bundleID = "org.example.inlineai", .appName = "InlineAI"});
+  prefs.quitRivalsAutomatically.set(true);
   watcher.quitRivals(true);
   photographer.take("rival-gone", prompt);
   apps.launch({.processID = 1, .bundleID = "org.example.tabtype", .appName = "Tab Type"});

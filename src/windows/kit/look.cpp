@@ -57,10 +57,6 @@ QPushButton[role="chief"]:focus { border: 2px solid <ink>; }
 QPushButton[role="chief"]:disabled { background: <line>; border-color: <line>; color: <faint>; }
 QPushButton[role="plain"] { background: transparent; border-color: transparent; color: <faint>; }
 QPushButton[role="danger"] { background: transparent; border-color: transparent; color: <trouble>; }
-QCheckBox { spacing: 8px; }
-QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid <faint>; border-radius: 4px; background: <card>; }
-QCheckBox::indicator:checked { background: <accent>; border-color: <accent>; }
-QCheckBox:focus { color: <accent>; }
 QPlainTextEdit { background: <card>; border: 1px solid <line>; border-radius: 6px; padding: 4px; }
 QPlainTextEdit:focus { border-color: <accent>; }
 QProgressBar { background: <line>; border: none; border-radius: 3px; max-height: 6px; }

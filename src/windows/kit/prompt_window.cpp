@@ -1,6 +1,5 @@
 #include "windows/kit/prompt_window.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -9,6 +8,7 @@
 #include "windows/kit/look.h"
 #include "windows/kit/placing.h"
 #include "windows/kit/symbols.h"
+#include "windows/kit/tick_box.h"
 
 namespace nimbletype {
 namespace {
@@ -49,7 +49,6 @@ PromptWindow::PromptWindow(std::string_view symbol, QWidget* parent)
   layout->setSpacing(space::large);
   layout->addLayout(upper, 1);
   layout->addLayout(buttons_);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
   drawSymbol();
 }
 
@@ -58,6 +57,15 @@ void PromptWindow::setTexts(const QString& title, const QString& body) {
   body_->setText(body);
   setAccessibleName(title);
   setAccessibleDescription(body);
+  fit();
+}
+
+// The texts of an open window change.
+void PromptWindow::fit() {
+  ensurePolished();
+  layout()->invalidate();
+  layout()->activate();
+  resize(layout()->totalSizeHint());
 }
 
 void PromptWindow::setPicture(const QPixmap& picture) {
@@ -78,7 +86,7 @@ QLabel* PromptWindow::addNote() {
 }
 
 QCheckBox* PromptWindow::addCheckBox(const QString& text, std::function<void(bool)> toggled) {
-  auto* box = new QCheckBox(text);
+  auto* box = new TickBox(text);
   words_->addSpacing(space::hair);
   words_->addWidget(box);
   connect(box, &QCheckBox::toggled, this, std::move(toggled));
@@ -96,7 +104,7 @@ QPushButton* PromptWindow::addButton(const QString& text, const char* role, std:
 
 void PromptWindow::present() {
   if (!isVisible()) {
-    adjustSize();
+    fit();
     if (auto* last = buttons_->itemAt(buttons_->count() - 1)->widget()) last->setFocus();
   }
   bringToFront(*this, Focus::left);

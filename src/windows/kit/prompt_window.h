@@ -35,6 +35,7 @@ class PromptWindow : public QWidget {
 
  private:
   void drawSymbol();
+  void fit();
 
   std::string_view symbol_;
   QLabel *picture_, *title_, *body_;  // children
