@@ -33,7 +33,7 @@ SwitchButton* RowCard::addSwitch(const QString& label, const QString& note,
   return button;
 }
 
-void RowCard::addRow(const QString& label, const QString& note, QWidget* control) {
+QLabel* RowCard::addRow(const QString& label, const QString& note, QWidget* control) {
   if (layout_->count() > 0) {
     auto* line = new QFrame;
     line->setProperty("role", "line");
@@ -42,7 +42,8 @@ void RowCard::addRow(const QString& label, const QString& note, QWidget* control
   }
   auto* words = new QVBoxLayout;
   words->setSpacing(space::hair / 2);
-  words->addWidget(makeLabel(label, "text"));
+  QLabel* title = makeLabel(label, "text");
+  words->addWidget(title);
   if (!note.isEmpty()) words->addWidget(makeLabel(note, "note"));
   auto* row = new QHBoxLayout;
   row->setContentsMargins(space::large, space::medium, space::large, space::medium);
@@ -52,6 +53,7 @@ void RowCard::addRow(const QString& label, const QString& note, QWidget* control
   layout_->addLayout(row);
   control->setAccessibleName(label);
   control->setAccessibleDescription(note);
+  return title;
 }
 
 }  // namespace nimbletype

@@ -2,6 +2,7 @@
 #include <QFrame>
 #include <functional>
 
+class QLabel;
 class QVBoxLayout;
 
 namespace nimbletype {
@@ -14,8 +15,8 @@ class RowCard final : public QFrame {
   explicit RowCard(QWidget* parent = nullptr);
 
   SwitchButton* addSwitch(const QString& label, const QString& note, std::function<void(bool)> toggled);
-  // A row with a control of any kind, which the card owns from now on.
-  void addRow(const QString& label, const QString& note, QWidget* control);
+  // A row with a control of any kind, which the card owns from now on; its label.
+  QLabel* addRow(const QString& label, const QString& note, QWidget* control);
 
  private:
   QVBoxLayout* layout_;

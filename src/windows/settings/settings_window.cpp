@@ -62,15 +62,17 @@ void SettingsWindow::addLogin(RowCard& card) {
 }
 
 void SettingsWindow::addPredictions(RowCard& card) {
-  const auto on = s_.permissions.systemPredictionsOn();
-  if (!on) return;
+  if (!s_.permissions.systemPredictionsOn()) return;
   auto* button = new QPushButton("Turn Off");
   connect(button, &QPushButton::clicked, this, [this] { s_.permissions.switchSystemPredictionsOff(); });
-  card.addRow(*on ? "macOS predictions are on" : "macOS predictions are off",
-              "macOS can show its own grey predictions. Keeping them off avoids two suggestions at once.",
-              button);
-  const auto follow = [this, button] {
-    button->setVisible(s_.permissions.systemPredictionsOn().value_or(false));
+  QLabel* label = card.addRow(
+      {}, "macOS can show its own grey predictions. Keeping them off avoids two suggestions at once.",
+      button);
+  button->setAccessibleName("Turn Off");
+  const auto follow = [this, button, label] {
+    const bool on = s_.permissions.systemPredictionsOn().value_or(false);
+    label->setText(on ? "macOS predictions are on" : "macOS predictions are off");
+    button->setVisible(on);
   };
   observations_.push_back(s_.permissions.observe(follow));
   follow();
