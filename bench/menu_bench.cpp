@@ -18,7 +18,8 @@ class PaintWatch : public QObject {
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && watched == static_cast<QObject*>(QApplication::activePopupWidget())) painted = true;
+    if (event->type() == QEvent::Paint && watched == static_cast<QObject*>(QApplication::activePopupWidget()))
+      painted = true;
     return false;
   }
 };

@@ -11,6 +11,7 @@
 #include "platform/scripted/system/scripted_login_item.h"
 #include "platform/scripted/system/scripted_permission_source.h"
 #include "platform/scripted/system/scripted_power_source.h"
+#include "platform/scripted/system/scripted_system_settings.h"
 #include "tests/platform/desktop/running_apps_conformance.h"
 #include "tests/platform/desktop/status_bar_conformance.h"
 #include "tests/platform/keys/event_poster_conformance.h"
@@ -26,6 +27,7 @@
 #include "tests/platform/system/main_loop_conformance.h"
 #include "tests/platform/system/permission_source_conformance.h"
 #include "tests/platform/system/power_source_conformance.h"
+#include "tests/platform/system/system_settings_conformance.h"
 
 namespace nimbletype {
 namespace {
@@ -68,6 +70,12 @@ struct ScriptedPowerHarness : VirtualTime {
 struct ScriptedPermissionsHarness {
   PermissionSource& permissions() { return scripted; }
   ScriptedPermissionSource scripted;
+};
+
+struct ScriptedSettingsHarness {
+  ScriptedSettingsHarness() { scripted.predictions = true; }
+  SystemSettings& settings() { return scripted; }
+  ScriptedSystemSettings scripted;
 };
 
 struct ScriptedLoginHarness {
@@ -164,6 +172,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SecretStoreConformance, MemorySecretHarne
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, BackgroundWorkConformance, ScriptedWorkHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PowerSourceConformance, ScriptedPowerHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PermissionSourceConformance, ScriptedPermissionsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, SystemSettingsConformance, ScriptedSettingsHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, LoginItemConformance, ScriptedLoginHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Recording, StatusBarConformance, RecordingBarHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Scripted, PasteboardConformance, ScriptedPasteboardHarness);

@@ -10,7 +10,8 @@ constexpr Milliseconds untilSettled{1000};
 
 }  // namespace
 
-WarmUp::WarmUp(MainLoop& loop, ProviderHub& hub, Preferences& prefs) : loop_(loop), hub_(hub), prefs_(prefs) {}
+WarmUp::WarmUp(MainLoop& loop, ProviderHub& hub, Preferences& prefs)
+    : loop_(loop), hub_(hub), prefs_(prefs) {}
 
 void WarmUp::engineChosen() {
   soon_ = loop_.after(untilSettled, [this] { now(); });

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/platform/system/system_settings_conformance.h"
 #include "tools/stage/private_bus.h"
 
 namespace nimbletype {
@@ -75,6 +76,14 @@ TEST(LinuxSystemSettings, FollowTheDesktop) {
   g_settings_set_boolean(gnome.get(), "enable-animations", FALSE);
   become("GNOME's rest", true, true);
 }
+
+struct LinuxSettingsHarness {
+  SystemSettings& settings() { return own; }
+  PrivateBus bus;
+  LinuxSystemSettings own;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, SystemSettingsConformance, LinuxSettingsHarness);
 
 TEST(DesktopChoices, SayNothingUnasked) {
   DesktopChoices choices;
