@@ -79,7 +79,7 @@ TEST(LinuxSystemSettings, FollowTheDesktop) {
 
 struct LinuxSettingsHarness {
   SystemSettings& settings() { return own; }
-  PrivateBus bus;
+  bool hasBus = PrivateBus::start();
   LinuxSystemSettings own;
 };
 
