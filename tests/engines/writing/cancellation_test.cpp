@@ -77,7 +77,7 @@ TEST_F(Cancellation, StopsBetweenTokens) {
     if (holding) lastToken = generated;
     if (holding && generated == 3) gate.pass();
   };
-  cancelAtGate(job("We are going to", 50, 1.0));
+  cancelAtGate(job("We are going to", 50));
   EXPECT_TRUE(run(job("We are going to", 3)).has_value());
   EXPECT_EQ(lastToken, 3);
   EXPECT_EQ(calls, 0);
