@@ -31,13 +31,18 @@ Task dbusRequest(GDBusConnection* connection, const DBusCall& call, std::functio
   return Task([cancellable] { g_cancellable_cancel(cancellable.get()); });
 }
 
-DBusNameWatch::DBusNameWatch(const char* name, Changed changed) : changed_(std::move(changed)) {
+GObjectPtr<GDBusConnection> sessionBus() {
+  GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+  return bus;
+}
+
+DBusNameWatch::DBusNameWatch(const char* name, Changed changed)
+    : bus_(sessionBus()), changed_(std::move(changed)) {
   const auto appeared = +[](GDBusConnection* connection, const gchar*, const gchar*, gpointer self) {
-    g_dbus_connection_set_exit_on_close(connection, FALSE);
     static_cast<DBusNameWatch*>(self)->changed_(connection);
   };
-  const auto vanished = +[](GDBusConnection* connection, const gchar*, gpointer self) {
-    if (connection) g_dbus_connection_set_exit_on_close(connection, FALSE);
+  const auto vanished = +[](GDBusConnection*, const gchar*, gpointer self) {
     static_cast<DBusNameWatch*>(self)->changed_(nullptr);
   };
   id_ = g_bus_watch_name(G_BUS_TYPE_SESSION, name, G_BUS_NAME_WATCHER_FLAGS_NONE, appeared, vanished, this,

@@ -11,6 +11,9 @@ namespace nimbletype {
 [[nodiscard]] Task dbusRequest(GDBusConnection* connection, const DBusCall& call,
                                std::function<void(GVariant*)> answered);
 
+// The session bus, whose end does not end this program as long as somebody holds it; none when there is none.
+GObjectPtr<GDBusConnection> sessionBus();
+
 // Follows who has a name on the session bus, on the default main context. The end of the bus is the end of
 // the name, not of this program.
 class DBusNameWatch {
@@ -23,6 +26,7 @@ class DBusNameWatch {
   DBusNameWatch& operator=(const DBusNameWatch&) = delete;
 
  private:
+  GObjectPtr<GDBusConnection> bus_;
   unsigned id_;
   Changed changed_;
 };

@@ -20,6 +20,7 @@ void UPowerPowerSource::found(GObject*, GAsyncResult* result, gpointer self) {
   if (!proxy) return g_error_free(error);
   auto& source = *static_cast<UPowerPowerSource*>(self);
   source.proxy_.reset(proxy);
+  g_dbus_connection_set_exit_on_close(g_dbus_proxy_get_connection(proxy), FALSE);
   source.listen();
 }
 

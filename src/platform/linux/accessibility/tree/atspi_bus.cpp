@@ -4,6 +4,8 @@
 #include <array>
 #include <cctype>
 
+#include "platform/linux/bus/dbus_request.h"
+
 namespace nimbletype {
 namespace {
 
@@ -26,7 +28,7 @@ void turnOn(GDBusConnection* session) {
 }
 
 GObjectPtr<GDBusConnection> connectToBus() {
-  const GObjectPtr<GDBusConnection> session(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  const auto session = sessionBus();
   if (!session) return nullptr;
   turnOn(session.get());
   const VariantPtr reply =
