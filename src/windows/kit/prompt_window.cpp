@@ -27,7 +27,7 @@ QLabel* makeWords(const char* role) {
 }  // namespace
 
 PromptWindow::PromptWindow(std::string_view symbol, QWidget* parent)
-    : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       symbol_(symbol),
       picture_(new QLabel),
       title_(makeWords("title")),
@@ -97,6 +97,8 @@ QPushButton* PromptWindow::addButton(const QString& text, const char* role, std:
   auto* button = new QPushButton(text);
   button->setProperty("role", role);
   button->setAutoDefault(true);
+  // Return is for this one, unless another has the focus.
+  button->setDefault(std::string_view(role) == "chief");
   buttons_->addWidget(button);
   connect(button, &QPushButton::clicked, this, std::move(clicked));
   return button;
@@ -111,17 +113,14 @@ void PromptWindow::present() {
 }
 
 void PromptWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) {
+  if (event->matches(QKeySequence::Close))
     close();
-    return;
-  }
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-    if (auto* button = dynamic_cast<QAbstractButton*>(focusWidget())) return button->click();
-  QWidget::keyPressEvent(event);
+  else
+    QDialog::keyPressEvent(event);
 }
 
 void PromptWindow::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  QDialog::changeEvent(event);
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) drawSymbol();
 }
 

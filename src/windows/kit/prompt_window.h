@@ -1,5 +1,5 @@
 #pragma once
-#include <QWidget>
+#include <QDialog>
 #include <functional>
 #include <string_view>
 
@@ -13,7 +13,7 @@ namespace nimbletype {
 
 // The common look of small windows that tell one thing and ask for one answer: a symbol, a title, a sentence,
 // and buttons in a row below. Escape and ⌘W or Ctrl+W close it.
-class PromptWindow : public QWidget {
+class PromptWindow : public QDialog {
  public:
   explicit PromptWindow(std::string_view symbol, QWidget* parent = nullptr);
 

@@ -25,7 +25,7 @@ void showState(SwitchButton& button, bool on) {
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(const Services& services) : s_(services) {
+SettingsWindow::SettingsWindow(const Services& services) : QDialog(nullptr, Qt::Window), s_(services) {
   setWindowTitle("Settings");
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(space::huge, space::huge, space::huge, space::huge);
@@ -64,6 +64,7 @@ void SettingsWindow::addLogin(RowCard& card) {
 void SettingsWindow::addPredictions(RowCard& card) {
   if (!s_.permissions.systemPredictionsOn()) return;
   auto* button = new QPushButton("Turn Off");
+  button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this] { s_.permissions.switchSystemPredictionsOff(); });
   QLabel* label = card.addRow(
       {}, "macOS can show its own grey predictions. Keeping them off avoids two suggestions at once.",
@@ -83,10 +84,10 @@ void SettingsWindow::present() {
 }
 
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close))
+  if (event->matches(QKeySequence::Close))
     close();
   else
-    QWidget::keyPressEvent(event);
+    QDialog::keyPressEvent(event);
 }
 
 }  // namespace nimbletype

@@ -1,5 +1,5 @@
 #pragma once
-#include <QWidget>
+#include <QDialog>
 #include <vector>
 
 #include "core/app/launch_at_login.h"
@@ -11,7 +11,7 @@ namespace nimbletype {
 class RowCard;
 
 // The settings of the application itself: its icon, its start, other applications like it.
-class SettingsWindow final : public QWidget {
+class SettingsWindow final : public QDialog {
  public:
   struct Services {
     Preferences& prefs;
