@@ -66,8 +66,13 @@ ChildProcess::~ChildProcess() {
 }
 
 bool ChildProcess::isRunning() {
-  if (!ended_) ended_ = waitpid(process_, nullptr, WNOHANG) != 0;
+  if (!ended_) ended_ = waitpid(process_, &status_, WNOHANG) != 0;
   return !ended_;
+}
+
+std::optional<int> ChildProcess::exitStatus() {
+  if (isRunning() || !WIFEXITED(status_)) return std::nullopt;
+  return WEXITSTATUS(status_);
 }
 
 void ChildProcess::signal(int number) const {

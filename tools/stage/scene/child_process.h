@@ -2,6 +2,7 @@
 #include <sys/types.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,11 +23,14 @@ class ChildProcess {
 
   pid_t processID() const { return process_; }
   bool isRunning();
+  // What it returned; none while it runs and where a signal ended it.
+  std::optional<int> exitStatus();
   void signal(int number) const;
 
  private:
   pid_t process_ = 0;
   bool ended_ = false;
+  int status_ = 0;  // as waitpid tells it
 };
 
 }  // namespace nimbletype

@@ -40,6 +40,37 @@ std::optional<xcb_window_t> DesktopWindows::windowOf(std::uint32_t process) cons
   return found;
 }
 
+std::vector<xcb_window_t> DesktopWindows::windowsOf(std::uint32_t process) const {
+  std::vector<xcb_window_t> found;
+  addWindowsBelow(root(), process, found);
+  return found;
+}
+
+void DesktopWindows::addWindowsBelow(xcb_window_t window, std::uint32_t process,
+                                     std::vector<xcb_window_t>& found) const {
+  const XcbReply<xcb_query_tree_reply_t> tree(
+      xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
+  if (!tree) return;
+  for (const xcb_window_t child : std::span(xcb_query_tree_children(tree.get()), tree->children_len)) {
+    if (processOf(child) == process && isVisible(child)) found.push_back(child);
+    addWindowsBelow(child, process, found);
+  }
+}
+
+std::string DesktopWindows::titleOf(xcb_window_t window) const {
+  const auto asked = xcb_get_property(connection(), 0, window, atomNamed(connection(), "_NET_WM_NAME"),
+                                      XCB_ATOM_ANY, 0, longestProperty);
+  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), asked, nullptr));
+  if (!reply || reply->format != 8) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+bool DesktopWindows::isUnmanaged(xcb_window_t window) const {
+  const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+      connection(), xcb_get_window_attributes(connection(), window), nullptr));
+  return reply && reply->override_redirect;
+}
+
 bool DesktopWindows::isVisible(xcb_window_t window) const {
   const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
       connection(), xcb_get_window_attributes(connection(), window), nullptr));

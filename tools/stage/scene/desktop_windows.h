@@ -1,6 +1,8 @@
 #pragma once
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/linux/x11/x11_image.h"
 #include "platform/linux/x11/xcb_support.h"
@@ -19,7 +21,12 @@ class DesktopWindows {
   std::uint32_t processOf(xcb_window_t window) const;
   // The managed, visible window of this process.
   std::optional<xcb_window_t> windowOf(std::uint32_t process) const;
+  // All that are visible, those that no window manager knows and those within others' among them.
+  std::vector<xcb_window_t> windowsOf(std::uint32_t process) const;
+  std::string titleOf(xcb_window_t window) const;
   bool isVisible(xcb_window_t window) const;
+  // It goes its own way, as menus do.
+  bool isUnmanaged(xcb_window_t window) const;
   std::optional<QRect> placeOf(xcb_window_t window) const;
   // With what the window manager draws around it.
   std::optional<QRect> frameOf(xcb_window_t window) const;
@@ -39,6 +46,7 @@ class DesktopWindows {
   template <typename Use>
   void withProperty(xcb_window_t window, xcb_atom_t name, Use use) const;
   void unmaximize(xcb_window_t window) const;
+  void addWindowsBelow(xcb_window_t window, std::uint32_t process, std::vector<xcb_window_t>& found) const;
 
   XcbConnection connection_;
   xcb_atom_t clientList_ = XCB_ATOM_NONE, processID_ = XCB_ATOM_NONE;

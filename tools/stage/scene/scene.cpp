@@ -49,8 +49,7 @@ Scene::Scene(Cast cast)
       trace_(folder_.path() / "trace") {}
 
 void Scene::writeSettings() const {
-  // Without chance, so that every run shows the same.
-  // The stage has no tray.
+  // Without chance, so that every run shows the same, and without a window that asks for a tray.
   nlohmann::json settings{{"creativity", 0.0}, {"remindHiddenIcon", false}};
   if (!cast_.engine.empty()) settings["engine"] = cast_.engine;
   if (server_) settings.update({{"serverURL", server_->url("/v1")}, {"serverModel", servedModel}});
