@@ -24,6 +24,16 @@ constexpr int smallestWidth = 264;
 // A tray may hold the pointer and the keyboard until its button is let go.
 constexpr int grabInterval = 50, grabTries = 20;
 
+// What stands above the choices, where the keyboard does not lead, for those who hear it.
+QString sentencesIn(const MenuContent& content) {
+  QStringList sentences;
+  for (const auto& group : content.groups)
+    for (const MenuRow& row : group)
+      if (row.action == MenuAction::none)
+        sentences << QString::fromStdString(row.text + ' ' + row.note).trimmed();
+  return sentences.join(QStringLiteral(". "));
+}
+
 }  // namespace
 
 class QtMenuPanel::Window final : public QFrame {
@@ -47,6 +57,7 @@ class QtMenuPanel::Window final : public QFrame {
     if (rows_ && content == content_) return;
     const MenuAction focused = rows_ ? rows_->focused() : MenuAction::none;
     content_ = content;
+    setAccessibleDescription(sentencesIn(content));
     delete rows_;
     rows_ = new MenuRows(
         content, [this](MenuAction action) { owner_.chosen_(action); }, this);

@@ -1,11 +1,14 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "engines/store/model_spec.h"
 #include "tests/whole/desktop/tray_life/application_user.h"
+#include "tools/stage/servers/https_file_server.h"
 
 namespace nimbletype {
 namespace {
 
+using testing::EndsWith;
 namespace fs = std::filesystem;
 
 bool contains(const fs::path& file, const char* words) {
@@ -32,6 +35,32 @@ TEST_F(Quitting, DoesNotWaitForTheModelToBeLoaded) {
   waitFor("the application", [&] { return contains(log, "Nimbletype is ready"); });
   EXPECT_EQ(end(application), 0);
   EXPECT_FALSE(contains(log, "loaded a model")) << "it takes no time here";
+}
+
+TEST_F(Quitting, KeepsWhatWasFetchedOfTheModelForTheNextTime) {
+  const ScratchFolder folder;
+  const ModelSpec model = builtInModel("");
+  const fs::path served = folder.path() / model.address.substr(1), data = folder.path() / "Nimbletype",
+                 part = data / "Models" / (".partial-" + model.fileName);
+  fs::create_directories(served.parent_path());
+  fs::create_directories(part.parent_path());
+  std::ofstream{served};
+  fs::resize_file(served, static_cast<std::uintmax_t>(model.size));
+  const HttpsFileServer server(folder.path());
+  std::ofstream(data / "settings.json") << R"({"modelHub":")" << server.url("/slow/2m") << "\"}";
+  std::uintmax_t held = 0;
+  for (std::size_t round = 1; round <= 2; ++round) {
+    const std::uintmax_t before = held;
+    ChildProcess application({{programs() / "fetching"},
+                              {{"XDG_DATA_HOME", folder.path()}, {"SSL_CERT_FILE", server.authority()}},
+                              folder.path() / "log"});
+    waitFor("more of the model", [&] { return fs::exists(part) && fs::file_size(part) > before; });
+    EXPECT_EQ(end(application), 0);
+    held = fs::file_size(part);
+    waitFor("the end of the transfer", [&] { return server.log().size() == round; });
+    const std::string range = before == 0 ? "-" : "bytes=" + std::to_string(before) + '-';
+    EXPECT_THAT(server.log().back(), EndsWith(' ' + range));
+  }
 }
 
 // Whatever crashed, the session goes on: so do the windows, the tray's item and the keys.
