@@ -35,8 +35,10 @@ SettingsWindow::SettingsWindow(const Services& services) : QDialog(nullptr, Qt::
   layout->addWidget(title);
   auto* card = new RowCard;
   addLogin(*card);
-  bind(*card, s_.prefs.showMenuBarIcon, "Show in menu bar",
-       "Without the icon, start Nimbletype once more to come here.");
+  bind(
+      *card, s_.prefs.showMenuBarIcon, "Show in menu bar",
+      "Nimbletype lives in your menu bar from now on. Click its icon to pause it in an app or open Settings. "
+      "Without the icon, start Nimbletype once more to come here.");
   bind(*card, s_.prefs.showWordCountInMenuBar, "Show Count in Menu Bar",
        "Show today's word count next to the icon");
   bind(*card, s_.prefs.remindHiddenIcon, "Tell me when the icon is hidden", {});
