@@ -42,23 +42,28 @@ void RivalWatcher::refresh() {
   const auto before = std::exchange(processes_, processes);
   pausedBy_.set(running.empty() ? "" : running.front().name);
   running_.set(std::move(running));
-  if (running_.get().empty()) {
-    wait_.cancel();
-    quitState_.set(QuitState::idle);
-  }
+  const bool isRefused = quitState_.get() == QuitState::refused;
+  if (processes_.empty()) wait_.cancel();
+  // One that came after the others refused is to be asked first.
+  if (processes_.empty() || (isRefused && isOneUnasked())) quitState_.set(QuitState::idle);
   if (appeared_ && !std::ranges::includes(before, processes)) appeared_();
 }
 
 void RivalWatcher::quitRivals(bool force) {
   quitState_.set(QuitState::quitting);
   wait_ = loop_.after(patience, [this] { judge(); });
+  asked_ = processes_;
   for (const RunningApp& app : rivals())
     apps_.quit(app, force ? RunningApps::Quit::forced : RunningApps::Quit::polite);
 }
 
 void RivalWatcher::judge() {
   refresh();
-  quitState_.set(running_.get().empty() ? QuitState::idle : QuitState::refused);
+  quitState_.set(processes_.empty() || isOneUnasked() ? QuitState::idle : QuitState::refused);
+}
+
+bool RivalWatcher::isOneUnasked() const {
+  return !std::ranges::includes(asked_, processes_);
 }
 
 }  // namespace nimbletype

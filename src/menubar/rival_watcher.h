@@ -19,7 +19,7 @@ struct RivalApp {
 enum class QuitState {
   idle,      // nothing in progress
   quitting,  // asked to quit, and not yet gone
-  refused,   // some were still running after the wait
+  refused,   // some that were asked were still running after the wait
 };
 
 // Knows which rivals run, and quits them. Main thread only.
@@ -51,6 +51,7 @@ class RivalWatcher {
  private:
   std::vector<RunningApp> rivals() const;
   void judge();
+  bool isOneUnasked() const;
 
   RunningApps& apps_;
   MainLoop& loop_;
@@ -58,7 +59,9 @@ class RivalWatcher {
   Observable<std::vector<RivalApp>> running_;
   Observable<QuitState> quitState_;
   Observable<std::string> pausedBy_;
-  std::vector<std::int64_t> processes_;  // of those in `running_`
+  std::vector<std::int64_t>
+      processes_;  // of those in `running_`, sorted, as are those that were asked to quit
+  std::vector<std::int64_t> asked_;
   std::function<void()> appeared_;
   Task wait_;
 };

@@ -31,6 +31,7 @@ void StatusItemController::removeItem() {
   closeMenu();
   refresh_.cancel();
   isInstalled_ = false;
+  shown_.reset();
   s_.bar.remove();
 }
 
@@ -40,7 +41,10 @@ void StatusItemController::refreshItem() {
 
 void StatusItemController::refreshNow() {
   const MenuState state = menu_.state();
-  if (isInstalled_) s_.bar.show(statusIcon(state));
+  if (const StatusIcon icon = statusIcon(state); isInstalled_ && shown_ != icon) {
+    shown_ = icon;
+    s_.bar.show(icon);
+  }
   if (s_.panel.isOpen()) s_.panel.update(menuContent(state, areChoicesUnfolded_));
 }
 

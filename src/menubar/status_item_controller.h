@@ -47,6 +47,7 @@ class StatusItemController {
   Services s_;
   Menu menu_;
   bool isInstalled_ = false, areChoicesUnfolded_ = false;
+  std::optional<StatusIcon> shown_;  // drawing it anew costs panels more than us
   std::optional<MonotonicTime> dismissed_;
   Task refresh_;
 };

@@ -102,6 +102,10 @@ void AppWindows::openHiddenIconPrompt() {
   windows_->hiddenIcon->present();
 }
 
+void AppWindows::closeHiddenIconPrompt() {
+  if (windows_->hiddenIcon) windows_->hiddenIcon->close();
+}
+
 void AppWindows::tell(const std::string& title, const std::string& message) {
   if (!windows_->news) {
     windows_->news = std::make_unique<PromptWindow>("pencil.and.scribble");

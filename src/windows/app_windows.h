@@ -24,6 +24,7 @@ class AppWindows final : public WindowManager {
   void playIntro() override;
   void openRivalPrompt() override;
   void openHiddenIconPrompt() override;
+  void closeHiddenIconPrompt() override;
   void tell(const std::string& title, const std::string& message) override;
   // And forgets what they showed.
   void closeAll() override;

@@ -80,6 +80,20 @@ TEST_F(RivalWatcherTest, AsksThenTellsOfTheRefusalThenForces) {
   EXPECT_EQ(watcher.quitState().get(), QuitState::idle);
 }
 
+TEST_F(RivalWatcherTest, AsksALaterOneBeforeItForces) {
+  apps.stubborn = {1};
+  launch(1, "Tab Type");
+  watcher.start({});
+  watcher.quitRivals(false);
+  loop.advance(RivalWatcher::patience);
+  launch(2, "Friendware");
+  EXPECT_EQ(watcher.quitState().get(), QuitState::idle);
+  watcher.quitRivals(false);
+  loop.advance(RivalWatcher::patience);
+  EXPECT_EQ(watcher.quitState().get(), QuitState::refused);
+  EXPECT_EQ(apps.asked.back(), std::pair(std::int64_t{2}, Quit::polite));
+}
+
 TEST(MenuBarHiders, KnowAHiddenIconAndWhoHidesIt) {
   ScriptedRunningApps apps;
   RecordingStatusBar bar;

@@ -121,7 +121,7 @@ TEST_F(StatusItemTest, RemindsOfAHiddenIconWhereThatIsWanted) {
   ScriptedScreens screens;
   const MenuBarHiders hiders(apps, bar, screens);
   int prompts = 0;
-  HiddenIconCheck check(hiders, prefs, loop, [&] { ++prompts; });
+  HiddenIconCheck check(hiders, prefs, loop, [&](bool isHidden) { prompts += isHidden ? 1 : -1; });
   const auto promptsAfterInstall = [&] {
     prompts = 0;
     item.installItem();
@@ -132,6 +132,12 @@ TEST_F(StatusItemTest, RemindsOfAHiddenIconWhereThatIsWanted) {
   EXPECT_EQ(promptsAfterInstall(), 0);
   bar.host = {};
   EXPECT_EQ(promptsAfterInstall(), 1);
+  check.placeChanged();
+  EXPECT_EQ(prompts, 1);
+  bar.host = {true, std::nullopt};  // a tray that came late
+  check.placeChanged();
+  EXPECT_EQ(prompts, 0);
+  bar.host = {};
   prefs.remindHiddenIcon.set(false);
   EXPECT_EQ(promptsAfterInstall(), 0);
   prefs.remindHiddenIcon.set(true);

@@ -50,13 +50,20 @@ AppModel::AppModel(Ports ports)
       statusItem_({ports_.statusBar, windows_->menuPanel(), ports_.loop, prefs_},
                   {[this] { return menu_.state(); }, [this](MenuAction action) { menu_.act(action); },
                    [this] { menu_.lookAgain(); }}),
-      hiddenIcon_(hiders_, prefs_, ports_.loop, [this] { windows_->openHiddenIconPrompt(); }) {
+      hiddenIcon_(hiders_, prefs_, ports_.loop, [this](bool isHidden) {
+        isHidden ? windows_->openHiddenIconPrompt() : windows_->closeHiddenIconPrompt();
+      }) {
   engine_.setSource(source_);
   engine_.session().askTerminal([this] {
     const auto front = ports_.workspace.frontmost();
     return front && front->isTerminal;
   });
   context_.onChange([this] { engine_.contextChanged(); });
+}
+
+// Windows observe what is gone before they are.
+AppModel::~AppModel() {
+  windows_->closeAll();
 }
 
 // Neither terminals nor password managers. Where the user wants no suggestions at all, nothing is read for
@@ -97,6 +104,7 @@ bool AppModel::start() {
 
 void AppModel::showFace() {
   menu_.lookAgain();
+  ports_.statusBar.onPlaceChange([this] { hiddenIcon_.placeChanged(); });
   statusItem_.installItem();
   hiddenIcon_.installed();
   rivals_.start([this] { rivalAppeared(); });
@@ -105,6 +113,7 @@ void AppModel::showFace() {
 // The last that began is the first to stop; whatever holds keys comes before whatever takes time.
 void AppModel::stop() {
   following_.clear();
+  ports_.statusBar.onPlaceChange({});
   hiddenIcon_.cancel();
   statusItem_.removeItem();
   windows_->closeAll();

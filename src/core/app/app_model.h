@@ -106,6 +106,7 @@ struct Ports {
 class AppModel {
  public:
   explicit AppModel(Ports ports);
+  ~AppModel();
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 

@@ -13,7 +13,9 @@ class LaunchAtLogin {
   bool isOn() const { return item_.isOn(); }
   // A failure is logged, and leaves what the desktop says.
   void set(bool on);
-  // Told after every attempt.
+  // The desktop's word may have changed.
+  void refresh() { observers_.notify(); }
+  // Told after every attempt and refresh.
   [[nodiscard]] Task observe(Observers::Callback changed) const { return observers_.add(std::move(changed)); }
 
  private:

@@ -82,13 +82,10 @@ void MenuModel::frontAppChanged(const std::optional<RunningApp>& app) {
 
 void MenuModel::statusChanged() {
   const Status& status = s_.status.get();
-  if (isEngineFailure(status))
-    failure_ = status.label();
-  else if (status.state == Status::Case::showing)
-    failure_.clear();
-  else
-    return;
-  observers_.notify();
+  const std::string before = failure_;
+  if (isEngineFailure(status)) failure_ = status.label();
+  if (status.state == Status::Case::showing) failure_.clear();
+  if (failure_ != before) observers_.notify();
 }
 
 void MenuModel::act(MenuAction action) {

@@ -36,7 +36,7 @@ class MenuModel {
 
   MenuState state() const;
   void act(MenuAction action);
-  // Looks at what nobody tells of: the front application before access is granted, the time.
+  // Looks at what nobody tells of: the front application, before access is granted.
   void lookAgain();
   // Told of whatever the state may follow, until the task is destroyed.
   [[nodiscard]] Task observe(Observers::Callback changed) const { return observers_.add(std::move(changed)); }

@@ -16,6 +16,7 @@ class WindowManager {
   virtual void playIntro() = 0;
   virtual void openRivalPrompt() = 0;
   virtual void openHiddenIconPrompt() = 0;
+  virtual void closeHiddenIconPrompt() = 0;
   // Tells the user of something that went well, once, in passing.
   virtual void tell(const std::string& title, const std::string& message) = 0;
   virtual void closeAll() = 0;

@@ -164,9 +164,10 @@ void AppRules::awaitPauseEnd() {
   const auto end = nextPauseEnd(state_, now);
   if (!end) return pauseEnd_.cancel();
   pauseEnd_ = loop_.after(std::clamp(*end - now, Milliseconds(1), longestWait), [this, end = *end] {
-    const bool ended = end <= loop_.wallNow();
-    awaitPauseEnd();
-    if (ended) observers_.notify();
+    if (end > loop_.wallNow()) return awaitPauseEnd();
+    auto next = state_;
+    dropEnded(next, loop_.wallNow());
+    change(std::move(next));
   });
 }
 

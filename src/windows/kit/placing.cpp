@@ -39,12 +39,9 @@ QRect toWindowSpace(const BottomLeftRect& place) {
   return QRectF(corner + (rect.topLeft() - corner) / units, rect.size() / units).toRect();
 }
 
-TopLeftRect fromWindowSpace(const QRectF& place) {
-  const QScreen* screen = QGuiApplication::screenAt(place.center().toPoint());
-  if (!screen) screen = QGuiApplication::primaryScreen();
-  if (!screen) return {};
-  const QPointF origin = screen->geometry().topLeft();
-  const qreal units = unitsOf(*screen);
+TopLeftRect fromWindowSpace(const QRectF& place, const QScreen& screen) {
+  const QPointF origin = screen.geometry().topLeft();
+  const qreal units = unitsOf(screen);
   const QPointF corner = origin + (place.topLeft() - origin) * units;
   return {corner.x(), corner.y(), place.width() * units, place.height() * units};
 }

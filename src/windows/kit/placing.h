@@ -5,6 +5,7 @@
 
 #include "platform/desktop/geometry.h"
 
+class QScreen;
 class QWidget;
 
 namespace nimbletype {
@@ -13,8 +14,8 @@ namespace nimbletype {
 // left, in the logical pixels of the screen it lies on.
 QRect toWindowSpace(const BottomLeftRect& place);
 
-// The other way: a rectangle of a window, in the logical pixels of the whole desktop.
-TopLeftRect fromWindowSpace(const QRectF& place);
+// The other way: a rectangle of a window that belongs to this screen, in the logical pixels of the desktop.
+TopLeftRect fromWindowSpace(const QRectF& place, const QScreen& screen);
 
 // Where a panel of this size goes: its near corner just under the item, or at the pointer without one; always
 // inside the screen, above the item where there is no room below.

@@ -69,13 +69,13 @@ void PromptWindow::fit() {
 }
 
 void PromptWindow::setPicture(const QPixmap& picture) {
-  if (picture.isNull()) return;
-  symbol_ = {};
-  picture_->setPixmap(picture);
+  hasPicture_ = !picture.isNull();
+  if (hasPicture_) return picture_->setPixmap(picture);
+  drawSymbol();
 }
 
 void PromptWindow::drawSymbol() {
-  if (symbol_.empty()) return;
+  if (hasPicture_) return;
   picture_->setPixmap(symbol(symbol_, pictureSize, currentLook().accent, devicePixelRatioF()));
 }
 

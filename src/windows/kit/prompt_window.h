@@ -38,6 +38,7 @@ class PromptWindow : public QDialog {
   void fit();
 
   std::string_view symbol_;
+  bool hasPicture_ = false;
   QLabel *picture_, *title_, *body_;  // children
   QBoxLayout *words_, *buttons_;
 };

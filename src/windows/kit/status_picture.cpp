@@ -53,7 +53,7 @@ QPixmap pictureOf(const StatusIcon& icon, int size) {
   painter.drawRoundedRect(QRectF(0, 0, size, size), 5 * edge, 5 * edge);
   painter.setPen(front);
   const QString title = shortTitle(QString::fromStdString(icon.title));
-  if (!title.isEmpty() && background == plate) {
+  if (!title.isEmpty()) {
     drawFitting(painter, QRectF(0, 0, size, size).adjusted(2 * edge, 4.5 * edge, -2 * edge, -4.5 * edge),
                 title);
     return picture;

@@ -9,7 +9,6 @@ namespace nimbletype {
 class MenuEntry final : public QAbstractButton {
  public:
   explicit MenuEntry(MenuRow row, QWidget* parent = nullptr);
-  MenuAction action() const { return row_.action; }
   QKeySequence shortcutKeys() const;
   QSize sizeHint() const override;
 

@@ -21,7 +21,7 @@ PracticeText::PracticeText(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 TopLeftRect PracticeText::onScreen(const QRect& inViewport) const {
-  return fromWindowSpace(QRectF(viewport()->mapToGlobal(inViewport.topLeft()), inViewport.size()));
+  return fromWindowSpace(QRectF(viewport()->mapToGlobal(inViewport.topLeft()), inViewport.size()), *screen());
 }
 
 LocalFieldState PracticeText::state() const {
@@ -35,7 +35,8 @@ LocalFieldState PracticeText::state() const {
                                                  -qRound(document()->documentMargin()), 0);
   state.lineStartX = isRightToLeft() ? onScreen(text).right() : onScreen(text).x;
   state.frame = onScreen(viewport()->rect());
-  const double pixels = fromWindowSpace(QRectF(mapToGlobal(QPoint()), QSizeF(1, info.pixelSize()))).height;
+  const QRectF letter(mapToGlobal(QPoint()), QSizeF(1, info.pixelSize()));
+  const double pixels = fromWindowSpace(letter, *screen()).height;
   state.font = {.name = info.family().toStdString(), .size = pixels};
   state.windowTitle = window()->windowTitle().toStdString();
   return state;
@@ -51,6 +52,11 @@ void PracticeText::deleteBackwards(int count) {
   cursor.clearSelection();
   cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, count);
   cursor.removeSelectedText();
+}
+
+void PracticeText::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  if (listener_.changed) listener_.changed();
 }
 
 void PracticeText::focusInEvent(QFocusEvent* event) {

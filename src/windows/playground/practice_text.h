@@ -21,6 +21,7 @@ class PracticeText final : public QPlainTextEdit, public LocalField {
   void deleteBackwards(int count) override;
 
  protected:
+  void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 

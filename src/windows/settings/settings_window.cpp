@@ -82,6 +82,8 @@ void SettingsWindow::addPredictions(RowCard& card) {
 }
 
 void SettingsWindow::present() {
+  s_.login.refresh();
+  s_.permissions.refresh();
   bringToFront(*this);
 }
 

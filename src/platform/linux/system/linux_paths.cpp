@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string_view>
 
 namespace nimbletype {
 namespace {
@@ -26,8 +27,11 @@ std::filesystem::path configHome() {
 }
 
 std::filesystem::path runningProgram() {
+  constexpr std::string_view replaced = " (deleted)";  // by an update
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error);
+  std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+  if (path.ends_with(replaced)) path.erase(path.size() - replaced.size());
+  return path;
 }
 
 std::string userFullName() {
