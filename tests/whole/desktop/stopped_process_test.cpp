@@ -75,6 +75,15 @@ TEST_F(StoppedProcess, KeysArriveWhileItHangsAndItWorksAgainAfterwards) {
   awaitDocument();
 }
 
+// Whose window was the last, so that no other comes to the front.
+TEST_F(StoppedProcess, AnEditorTakesItsGhostWithIt) {
+  // A suggestion that is still growing would notice by itself.
+  rest(std::chrono::seconds(1));
+  ASSERT_TRUE(scene_->ghost().onScreen());
+  ASSERT_EQ(kill(scene_->editor().processID(), SIGKILL), 0);
+  waitFor("no ghost", [this] { return !scene_->ghost().onScreen(); });
+}
+
 // Only that editor suffers.
 TEST_F(StoppedProcess, AnEditorLeavesTheNextFieldItsSuggestions) {
   ASSERT_EQ(kill(scene_->editor().processID(), SIGSTOP), 0);

@@ -6,9 +6,8 @@
 namespace nimbletype {
 
 X11Workspace::X11Workspace(std::shared_ptr<DesktopEntries> entries)
-    : clients_(std::move(entries), [this](X11Clients::Change change) {
-        if (change == X11Clients::Change::front) noticeFront();
-      }) {}
+    // Some window managers name the front window on when it was the last and is gone.
+    : clients_(std::move(entries), [this](X11Clients::Change) { noticeFront(); }) {}
 
 std::optional<RunningApp> X11Workspace::frontmost() {
   const auto window = clients_.active();
