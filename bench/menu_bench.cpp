@@ -28,7 +28,7 @@ void fromClickToPainted(benchmark::State& state) {
   ScriptedSystemSettings settings;
   PaintWatch watch;
   qApp->installEventFilter(&watch);
-  QtMenuPanel panel(settings, [] { return true; });
+  QtMenuPanel panel(settings, {});
   const MenuContent content =
       menuContent({.frontApp = "Mail", .wordsToday = 86, .summary = "About 2 min of typing today."}, true);
   for ([[maybe_unused]] const auto round : state) {

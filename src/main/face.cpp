@@ -4,11 +4,10 @@
 
 namespace nimbletype {
 
-Ports withWindows(Ports ports, std::function<bool()> mixesWindows, std::function<void()> quit) {
+Ports withWindows(Ports ports, const WindowDesktop& desktop, std::function<void()> quit) {
   ports.quit = std::move(quit);
-  ports.makeWindows = [&settings = ports.systemSettings,
-                       mixesWindows = std::move(mixesWindows)](AppModel& model) {
-    return std::make_unique<AppWindows>(model, settings, mixesWindows);
+  ports.makeWindows = [&settings = ports.systemSettings, desktop](AppModel& model) {
+    return std::make_unique<AppWindows>(model, settings, desktop);
   };
   return ports;
 }

@@ -27,14 +27,15 @@ int tell(const std::string& text) {
 
 // One application a display: two would draw over each other and fight for the same keys.
 QString instanceName() {
-  return "nimbletype-" + qEnvironmentVariable("DISPLAY").replace('/', '_');
+  const QString display = qEnvironmentVariable("DISPLAY");  // ":0.1" is a screen of ":0"
+  return "nimbletype-" + display.left(display.indexOf('.', display.lastIndexOf(':')));
 }
 
 // The application from its start to its end, on a display that nobody else serves.
 int run(const Arguments& arguments, SingleInstance& instance) {
   LinuxDesktop desktop(arguments.model ? arguments.model : modelInEnvironment(), arguments.verbose);
-  AppModel model(withWindows(
-      desktop.ports(), [&desktop] { return desktop.mixesWindows(); }, [] { QApplication::quit(); }));
+  AppModel model(withWindows(desktop.ports(), {.mixesWindows = [&desktop] { return desktop.mixesWindows(); }},
+                             [] { QApplication::quit(); }));
   std::optional<StageTrace> trace;
   if (const auto path = environment("NIMBLETYPE_TRACE"))
     trace.emplace(path->c_str(), model.engine(), desktop.loop());
@@ -50,7 +51,7 @@ int run(const Arguments& arguments, SingleInstance& instance) {
     if (const auto later = readArguments(words)) obey(model.windows(), *later, true);
   });
   const int status = QApplication::exec();
-  instance.onArguments({});
+  instance.close();
   quit(model, status);
   return status;
 }
@@ -78,7 +79,7 @@ int main(int argc, char** argv) {
                         QApplication::platformName().toStdString() + "\".",
                     1);
   SingleInstance instance(instanceName());
+  if (!instance.isFirst() && instance.handOver(words)) return 0;
   if (instance.isFirst()) return run(*arguments, instance);
-  if (instance.handOver(words)) return 0;
   return complain("Nimbletype is already running on this display and doesn't answer.", 1);
 }

@@ -1,8 +1,11 @@
 #import <AppKit/AppKit.h>
 
 #include <QApplication>
+#include <QWindow>
+#include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -16,6 +19,26 @@
 namespace {
 
 using namespace nimbletype;
+
+// An agent's windows get the keyboard only while the agent is the active application.
+class AppActivation {
+ public:
+  void take() {
+    NSRunningApplication* front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    if (![front isEqual:NSRunningApplication.currentApplication]) before_ = front;
+    [NSApp activateIgnoringOtherApps:YES];
+  }
+  // Unless another window of ours is open, or the user has gone elsewhere already.
+  void giveBack() {
+    const bool hasWindows = std::ranges::any_of(QGuiApplication::topLevelWindows(),
+                                                [](const QWindow* window) { return window->isVisible(); });
+    if (NSApp.isActive && !hasWindows) [before_ activateWithOptions:0];
+    before_ = nil;
+  }
+
+ private:
+  NSRunningApplication* before_ = nil;
+};
 
 // The adapters, and over them the model.
 class Application {
@@ -31,7 +54,7 @@ class Application {
     });
   }
   ~Application() {
-    instance_.onArguments({});
+    instance_.close();
     quit(model_, 0);
   }
   Application(const Application&) = delete;
@@ -43,8 +66,11 @@ class Application {
  private:
   SingleInstance& instance_;
   MacDesktop desktop_;
+  AppActivation activation_;
   AppModel model_{withWindows(
-      desktop_.ports(), [] { return true; }, [] { [NSApp terminate:nil]; })};
+      desktop_.ports(),
+      {.activate = [this] { activation_.take(); }, .giveBack = [this] { activation_.giveBack(); }},
+      [] { [NSApp terminate:nil]; })};
 };
 
 // What the system tells the application.
@@ -96,25 +122,31 @@ int main(int argc, char** argv) {
   @autoreleasepool {
     // Qt would bring the application in front of the one that the user works in.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
-    std::optional<Application> application;
+    // Raising a window would do so, too.
+    qputenv("QT_MAC_SET_RAISE_PROCESS", "0");
+    std::unique_ptr<Application> application;
     std::optional<SingleInstance> instance;
+    // What comes while it ends finds none.
+    const auto end = [&] { const auto ending = std::move(application); };
     // Qt's own delegate takes the place of this one and hands on what it is told.
     NS_VALID_UNTIL_END_OF_SCOPE NimbletypeDelegate* delegate = [[NimbletypeDelegate alloc]
-        initWithEvents:{.launched = [&] { application.emplace(*arguments, *instance); },
+        initWithEvents:{.launched =
+                            [&] { application = std::make_unique<Application>(*arguments, *instance); },
                         .reopened =
                             [&] {
                               if (application) application->reopened();
                             },
-                        .quitting = [&] { application.reset(); }}];
+                        .quitting = end}];
     NSApplication.sharedApplication.delegate = delegate;
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     instance.emplace("nimbletype");
-    if (!instance->isFirst()) return instance->handOver(words) ? 0 : 1;
+    if (!instance->isFirst() && instance->handOver(words)) return 0;
+    if (!instance->isFirst()) return 1;
     [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];
     quitOnSignals();
     const int status = QApplication::exec();
-    application.reset();
+    end();
     return status;
   }
 }

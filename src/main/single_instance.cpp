@@ -62,7 +62,10 @@ bool offer(const QString& path, const QByteArray& line, const QDeadlineTimer& de
 
 SingleInstance::SingleInstance(const QString& name)
     : path_(pathFor(name)), lock_(path_ + ".lock"), isFirst_(isFirstWith(lock_)) {
-  if (!isFirst_) return;
+  if (isFirst_) listen();
+}
+
+void SingleInstance::listen() {
   QLocalServer::removeServer(path_);  // one that crashed has left it
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] {
@@ -72,14 +75,24 @@ SingleInstance::SingleInstance(const QString& name)
 }
 
 // The first one may not listen yet.
-bool SingleInstance::handOver(const std::vector<std::string>& arguments) const {
+bool SingleInstance::handOver(const std::vector<std::string>& arguments) {
   const QDeadlineTimer deadline(patienceMs);
   const QByteArray line = lineOf(arguments);
   while (!deadline.hasExpired()) {
     if (offer(path_, line, deadline)) return true;
+    isFirst_ = lock_.tryLock();
+    if (isFirst_) {
+      listen();
+      return false;
+    }
     QThread::msleep(pauseMs);
   }
   return false;
+}
+
+void SingleInstance::close() {
+  server_.close();
+  onArguments({});
 }
 
 void SingleInstance::onArguments(Handler handler) {

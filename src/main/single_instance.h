@@ -20,13 +20,17 @@ class SingleInstance {
   SingleInstance& operator=(const SingleInstance&) = delete;
 
   bool isFirst() const { return isFirst_; }
-  // Whether the first one took the arguments, which it has a second for. Waits without serving the loop.
-  bool handOver(const std::vector<std::string>& arguments) const;
+  // Whether the first one took the arguments, which it has a second for. When it has ended meanwhile, this
+  // one is the first. Waits without serving the loop.
+  bool handOver(const std::vector<std::string>& arguments);
+  // Takes no arguments any more: later starts wait for the end of this one.
+  void close();
   // Called with the arguments of each later start, those that came before this call included. One listener.
   using Handler = std::function<void(const std::vector<std::string>&)>;
   void onArguments(Handler handler);
 
  private:
+  void listen();
   void serve(QLocalSocket* peer);
   void read(QLocalSocket* peer);
   void tell();

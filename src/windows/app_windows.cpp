@@ -17,8 +17,7 @@
 namespace nimbletype {
 
 struct AppWindows::Windows {
-  Windows(const SystemSettings& settings, std::function<bool()> mixesWindows)
-      : menu(settings, std::move(mixesWindows)) {}
+  Windows(const SystemSettings& settings, const WindowDesktop& desktop) : menu(settings, desktop) {}
   QtMenuPanel menu;
   std::unique_ptr<SettingsWindow> settingsWindow;
   std::unique_ptr<RivalPrompt> rivals;
@@ -27,11 +26,12 @@ struct AppWindows::Windows {
   std::unique_ptr<PlaygroundWindow> playground;
 };
 
-AppWindows::AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows)
+AppWindows::AppWindows(AppModel& model, SystemSettings& settings, const WindowDesktop& desktop)
     : model_(model),
       settings_(settings),
+      desktop_(desktop),
       isDarkWithoutWord_(QApplication::palette().color(QPalette::Window).lightness() < 128),
-      windows_(std::make_unique<Windows>(settings, std::move(mixesWindows))) {
+      windows_(std::make_unique<Windows>(settings, desktop)) {
   if (!onMac)
     QApplication::setWindowIcon(statusPicture({.symbol = "pencil.and.scribble", .title = {}, .toolTip = {}}));
   settings_.onChange([this] { follow(); });
@@ -67,6 +67,7 @@ void AppWindows::openSettings(const std::string&) {
         SettingsWindow::Services{model_.preferences(), model_.launchAtLogin(), model_.permissions()});
     addShortcuts(*windows_->settingsWindow);
   }
+  desktop_.activate();
   windows_->settingsWindow->present();
 }
 
@@ -76,6 +77,7 @@ void AppWindows::openPlayground() {
                                                               model_.ports().bundleIdentifier);
     addShortcuts(*windows_->playground);
   }
+  desktop_.activate();
   windows_->playground->present();
 }
 

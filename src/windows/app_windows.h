@@ -3,6 +3,7 @@
 
 #include "core/app/window_manager.h"
 #include "platform/system/system_settings.h"
+#include "windows/kit/window_desktop.h"
 
 class QWidget;
 
@@ -13,9 +14,8 @@ class AppModel;
 // All windows, each made when it is first opened and kept from then on. Needs a QApplication.
 class AppWindows final : public WindowManager {
  public:
-  // The model need not be complete before the first window opens. `mixesWindows` tells whether windows may be
-  // partly transparent.
-  AppWindows(AppModel& model, SystemSettings& settings, std::function<bool()> mixesWindows);
+  // The model need not be complete before the first window opens.
+  AppWindows(AppModel& model, SystemSettings& settings, const WindowDesktop& desktop);
   ~AppWindows() override;
 
   MenuPanel& menuPanel() override;
@@ -36,6 +36,7 @@ class AppWindows final : public WindowManager {
 
   AppModel& model_;
   SystemSettings& settings_;
+  WindowDesktop desktop_;
   bool isDarkWithoutWord_;  // what Qt found, which counts where the desktop says nothing
   std::unique_ptr<Windows> windows_;
 };

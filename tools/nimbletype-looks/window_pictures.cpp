@@ -119,7 +119,7 @@ void takeMenus(const Photographer& photographer) {
   ScriptedSystemSettings settings;
   settings.motionReduced = true;
   for (const MenuScene& scene : menuScenes()) {
-    QtMenuPanel panel(settings, [] { return true; });
+    QtMenuPanel panel(settings, {});
     MenuState state = ordinary;
     scene.change(state);
     panel.open(menuContent(state, scene.unfolded), std::nullopt);

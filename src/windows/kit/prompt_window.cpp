@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "platform/system/desktop_kind.h"
 #include "windows/kit/look.h"
 #include "windows/kit/placing.h"
 #include "windows/kit/symbols.h"
@@ -14,6 +15,10 @@ namespace nimbletype {
 namespace {
 
 constexpr int pictureSize = 44, textWidth = 430;
+
+// On macOS a window of an application that is not active would open behind the active one's.
+constexpr Qt::WindowFlags flags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                                  (onMac ? Qt::WindowStaysOnTopHint : Qt::WindowFlags());
 
 QLabel* makeWords(const char* role) {
   auto* label = new QLabel;
@@ -27,7 +32,7 @@ QLabel* makeWords(const char* role) {
 }  // namespace
 
 PromptWindow::PromptWindow(std::string_view symbol, QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : QDialog(parent, flags),
       symbol_(symbol),
       picture_(new QLabel),
       title_(makeWords("title")),

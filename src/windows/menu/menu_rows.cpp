@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "windows/kit/figure_label.h"
 #include "windows/kit/look.h"
 
 namespace nimbletype {
@@ -69,26 +70,27 @@ QWidget* statusWidget(const MenuRow& row) {
 
 QWidget* figureWidget(const MenuRow& row) {
   auto* layout = new QHBoxLayout;
-  auto* figure = makeLabel(row.text, "figure");
-  QFont tabular = figure->font();
-  tabular.setStyleHint(QFont::SansSerif);
-  figure->setFont(tabular);
+  auto* figure = new FigureLabel(toQString(row.text));
+  figure->setProperty("role", "figure");
   layout->addWidget(figure, 0, Qt::AlignBaseline);
   layout->addWidget(makeLabel(row.note, "text"), 1, Qt::AlignBaseline);
   return padded(layout, 0);
 }
 
-QWidget* progressWidget(const MenuRow& row) {
-  auto* layout = new QVBoxLayout;
-  auto* bar = new QProgressBar;
-  bar->setRange(0, row.note.empty() ? 0 : wholeProgress);
-  bar->setValue(static_cast<int>(row.progress * wholeProgress));
-  bar->setTextVisible(false);
-  bar->setAccessibleName(toQString(row.text));
-  bar->setAccessibleDescription(toQString(row.note));
-  layout->addWidget(makeLabel(row.note.empty() ? row.text : row.text + " · " + row.note, "note"));
-  layout->addWidget(bar);
-  return padded(layout, space::hair);
+void showProgress(const MenuRow& row, QLabel& text, QProgressBar& bar) {
+  text.setText(toQString(row.note.empty() ? row.text : row.text + " · " + row.note));
+  bar.setRange(0, row.note.empty() ? 0 : wholeProgress);
+  bar.setValue(static_cast<int>(row.progress * wholeProgress));
+  bar.setAccessibleName(toQString(row.text));
+  bar.setAccessibleDescription(toQString(row.note));
+}
+
+// The same, wherever its progress stands.
+MenuContent withoutProgress(MenuContent content) {
+  for (auto& group : content.groups)
+    for (MenuRow& row : group)
+      if (row.kind == Kind::progress) row = {.kind = Kind::progress};
+  return content;
 }
 
 QFrame* makeLine() {
@@ -101,7 +103,7 @@ QFrame* makeLine() {
 }  // namespace
 
 MenuRows::MenuRows(const MenuContent& content, std::function<void(MenuAction)> chosen, QWidget* parent)
-    : QWidget(parent), chosen_(std::move(chosen)) {
+    : QWidget(parent), content_(content), chosen_(std::move(chosen)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(1, space::medium, 1, space::small);
   layout->setSpacing(0);
@@ -115,11 +117,36 @@ MenuRows::MenuRows(const MenuContent& content, std::function<void(MenuAction)> c
   }
 }
 
+QWidget* MenuRows::progressWidget(const MenuRow& row) {
+  auto* layout = new QVBoxLayout;
+  progressText_ = makeLabel({}, "note");
+  progressBar_ = new QProgressBar;
+  progressBar_->setTextVisible(false);
+  showProgress(row, *progressText_, *progressBar_);
+  layout->addWidget(progressText_);
+  layout->addWidget(progressBar_);
+  return padded(layout, space::hair);
+}
+
+bool MenuRows::advance(const MenuContent& content) {
+  if (!progressBar_ || withoutProgress(content) != withoutProgress(content_)) return false;
+  content_ = content;
+  for (const auto& group : content.groups)
+    for (const MenuRow& row : group)
+      if (row.kind == Kind::progress) showProgress(row, *progressText_, *progressBar_);
+  return true;
+}
+
+bool MenuRows::isPressed() const {
+  return std::ranges::any_of(choices_, [](const Choice& choice) { return choice.button->isDown(); });
+}
+
 QAbstractButton* MenuRows::add(QAbstractButton* button, MenuAction action) {
   choices_.push_back({button, action});
-  // The choice may take this row away, which is not to happen while it tells of its click.
+  // The choice may take these rows away, which is not to happen while one of them tells of its click.
   connect(
-      button, &QAbstractButton::clicked, this, [this, action] { chosen_(action); }, Qt::QueuedConnection);
+      button, &QAbstractButton::clicked, parentWidget(), [chosen = chosen_, action] { chosen(action); },
+      Qt::QueuedConnection);
   return button;
 }
 

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <utility>
 
 #include "platform/system/desktop_kind.h"
 #include "windows/kit/look.h"
@@ -23,6 +24,9 @@ namespace {
 constexpr int smallestWidth = 264;
 // A tray may hold the pointer and the keyboard until its button is let go.
 constexpr int grabInterval = 50, grabTries = 20;
+
+// A popup of macOS never gets the keyboard, one of X11 takes it by itself.
+constexpr Qt::WindowFlags kind = onMac ? Qt::Tool | Qt::WindowStaysOnTopHint : Qt::WindowFlags(Qt::Popup);
 
 // What stands above the choices, where the keyboard does not lead, for those who hear it.
 QString sentencesIn(const MenuContent& content) {
@@ -39,7 +43,7 @@ QString sentencesIn(const MenuContent& content) {
 class QtMenuPanel::Window final : public QFrame {
  public:
   explicit Window(QtMenuPanel& owner)
-      : QFrame(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), owner_(owner) {
+      : QFrame(nullptr, kind | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), owner_(owner) {
     setWindowTitle("Nimbletype");
     setAccessibleName("Nimbletype");
     setAttribute(Qt::WA_TranslucentBackground);
@@ -54,13 +58,25 @@ class QtMenuPanel::Window final : public QFrame {
   }
 
   void fill(const MenuContent& content) {
-    if (rows_ && content == content_) return;
+    if (rows_ && (content == content_ || rows_->advance(content))) {
+      content_ = content;
+      return;
+    }
+    if (rows_ && isVisible() && rows_->isPressed()) {
+      later_ = content;
+      return;
+    }
+    later_.reset();
     const MenuAction focused = rows_ ? rows_->focused() : MenuAction::none;
     content_ = content;
     setAccessibleDescription(sentencesIn(content));
-    delete rows_;
+    if (rows_) {
+      rows_->hide();
+      layout()->removeWidget(rows_);
+      rows_->deleteLater();
+    }
     rows_ = new MenuRows(
-        content, [this](MenuAction action) { owner_.chosen_(action); }, this);
+        content, [this](MenuAction action) { choose(action); }, this);
     layout()->addWidget(rows_);
     if (!isVisible()) return;
     moveInto(anchor_);
@@ -70,14 +86,18 @@ class QtMenuPanel::Window final : public QFrame {
 
   void openAt(const QRect& item, bool fades, bool isMixed) {
     isMixed_ = isMixed;
+    later_.reset();
     ensurePolished();
     moveInto(item);
     isOurs_ = false;
     fade_.stop();
     setWindowOpacity(fades ? 0.0 : 1.0);
     show();
-    // A popup of X11 has the keyboard as it is; one that has been activated closes when that is taken back.
-    if (onMac) activateWindow();
+    // A popup of X11 that has been activated would close when the keyboard is taken back.
+    if (onMac) {
+      owner_.desktop_.activate();
+      activateWindow();
+    }
     if (fades) fade_.start();
     setFocus(Qt::PopupFocusReason);
     grabSoon(grabTries);
@@ -124,10 +144,21 @@ class QtMenuPanel::Window final : public QFrame {
 
   void hideEvent(QHideEvent* event) override {
     QFrame::hideEvent(event);
+    owner_.desktop_.giveBack();
     if (!isOurs_ && owner_.dismissed_) owner_.dismissed_();
   }
 
+  bool event(QEvent* event) override {
+    if (onMac && event->type() == QEvent::WindowDeactivate && isVisible()) hide();
+    return QFrame::event(event);
+  }
+
  private:
+  void choose(MenuAction action) {
+    owner_.chosen_(action);
+    if (const auto content = std::exchange(later_, std::nullopt)) fill(*content);
+  }
+
   void moveInto(const QRect& item) {
     anchor_ = item;
     const QScreen* screen = QGuiApplication::screenAt(item.center());
@@ -145,22 +176,23 @@ class QtMenuPanel::Window final : public QFrame {
 
   QtMenuPanel& owner_;
   MenuContent content_;
-  MenuRows* rows_ = nullptr;  // a child
+  std::optional<MenuContent> later_;  // came while a row was held down
+  MenuRows* rows_ = nullptr;          // a child
   QPropertyAnimation fade_;
   QRect anchor_;
   bool isOurs_ = false;  // it is we who close it
   bool isMixed_ = true;
 };
 
-QtMenuPanel::QtMenuPanel(const SystemSettings& settings, std::function<bool()> mixesWindows)
-    : settings_(settings), mixesWindows_(std::move(mixesWindows)) {}
+QtMenuPanel::QtMenuPanel(const SystemSettings& settings, WindowDesktop desktop)
+    : settings_(settings), desktop_(std::move(desktop)) {}
 QtMenuPanel::~QtMenuPanel() = default;
 
 void QtMenuPanel::open(const MenuContent& content, const std::optional<BottomLeftRect>& item) {
   if (!window_) window_ = std::make_unique<Window>(*this);
   window_->fill(content);
   window_->openAt(item ? toWindowSpace(*item) : QRect(QCursor::pos(), QSize(1, 1)),
-                  !settings_.reducesMotion(), mixesWindows_());
+                  !settings_.reducesMotion(), desktop_.mixesWindows());
 }
 
 void QtMenuPanel::update(const MenuContent& content) {

@@ -3,14 +3,14 @@
 
 #include "menubar/menu_panel.h"
 #include "platform/system/system_settings.h"
+#include "windows/kit/window_desktop.h"
 
 namespace nimbletype {
 
 // The menu as a window of Qt, made when it is first opened.
 class QtMenuPanel final : public MenuPanel {
  public:
-  // Asked at every opening: whether windows may be partly transparent.
-  QtMenuPanel(const SystemSettings& settings, std::function<bool()> mixesWindows);
+  QtMenuPanel(const SystemSettings& settings, WindowDesktop desktop);
   ~QtMenuPanel() override;
 
   void open(const MenuContent& content, const std::optional<BottomLeftRect>& item) override;
@@ -23,7 +23,7 @@ class QtMenuPanel final : public MenuPanel {
  private:
   class Window;
   const SystemSettings& settings_;
-  std::function<bool()> mixesWindows_;
+  WindowDesktop desktop_;
   std::function<void(MenuAction)> chosen_;
   std::function<void()> dismissed_;
   std::unique_ptr<Window> window_;

@@ -104,7 +104,13 @@ void Migration::takeMemory() {
   auto aside = ours;
   aside += AtomicFile::asideEnd;
   const auto status = fs::symlink_status(folders_.earlier / memoryName, error);
-  if (!fs::is_regular_file(status) || isThere(ours) || isThere(aside)) return endMemory();
+  if (!fs::is_regular_file(status) || isThere(aside)) return endMemory();
+  if (isThere(ours)) {
+    // Perhaps one that was begun while the key of the earlier one could not be had.
+    if (AtomicFile(ours).read() != AtomicFile(folders_.earlier / memoryName).read())
+      s_.log.log(logCategory, "the earlier writing memory stays where it is, as there is one here already");
+    return endMemory();
+  }
   secret_ = s_.earlierSecrets.read(MemoryVault::account, [this](const FoundSecret& earlierKey) {
     if (!earlierKey || !*earlierKey) return takeMemory(earlierKey, {});
     secret_ = s_.secrets.read(MemoryVault::account, [this, earlierKey](const FoundSecret& ourKey) {

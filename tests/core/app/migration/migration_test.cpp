@@ -172,6 +172,8 @@ TEST_F(MigrationTest, OurMemoryAndItsKeyStay) {
   EXPECT_THAT(filesUnder(ours), UnorderedElementsAre(Pair("memory.sealed", "ours")));
   EXPECT_THAT(secrets.secrets, IsEmpty());
   EXPECT_TRUE(isMarked());
+  ASSERT_EQ(log.lines.size(), 1U);
+  EXPECT_THAT(log.lines[0].message, HasSubstr("stays where it is"));
 }
 
 TEST_F(MigrationTest, LinksALargeFile) {

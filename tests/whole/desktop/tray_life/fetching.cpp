@@ -10,8 +10,7 @@ int main(int argc, char** argv) {
   using namespace nimbletype;
   const QApplication application(argc, argv);
   LinuxDesktop desktop(std::nullopt, true);
-  AppModel model(withWindows(
-      desktop.ports(), [&desktop] { return desktop.mixesWindows(); }, [] { QApplication::quit(); }));
+  AppModel model(withWindows(desktop.ports(), {}, [] { QApplication::quit(); }));
   quitOnSignals();
   model.start();
   model.showFace();
