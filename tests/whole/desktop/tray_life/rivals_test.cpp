@@ -41,6 +41,11 @@ TEST_F(Rivals, AreForcedToQuitFromTheKeyboardWhereTheyRefuse) {
   awaitStatus(paused);
   waitFor("no ghost", [this] { return !scene_->ghost().onScreen(); });
   waitFor("the prompt", [this] { return titled("Nimbletype").has_value(); });
+  // It came by itself: what is typed goes on into the text.
+  expectThatTabArrives();
+  const QPoint words = scene_->windows().placeOf(*titled("Nimbletype"))->center();
+  scene_->user().movePointer(words.x(), words.y());
+  scene_->user().click();
   // The one button is to quit and, once that was refused, to force it, and then closes the prompt.
   waitFor("the rival forced to quit", [&] {
     scene_->user().press(key::returnKey);
