@@ -192,7 +192,11 @@ void takeTray(const Photographer& photographer) {
   MenuState paused = ordinary, barred = ordinary;
   paused.isPausedEverywhere = true;
   barred.hasAccess = false;
-  for (const MenuState& state : {paused, barred}) icons.push_back(statusIcon(state));
+  for (MenuState state : {paused, barred})
+    for (const bool counts : {false, true}) {
+      state.showsCount = counts;
+      icons.push_back(statusIcon(state));
+    }
   const int step = trayIcon + 8;
   QImage panel(step * static_cast<int>(icons.size()) + 8, step + 8, QImage::Format_RGB32);
   panel.fill(currentLook().isDark ? QColor("#242424") : QColor("#ececec"));
