@@ -136,7 +136,6 @@ class AppModel {
   MenuBarHiders& menuBarHiders() { return hiders_; }
   LaunchAtLogin& launchAtLogin() { return launchAtLogin_; }
   WindowManager& windows() { return *windows_; }
-  StatusItemController& statusItem() { return statusItem_; }
   // Where a practice field of our own windows makes itself known.
   SourceSwitch& source() { return source_; }
   const Ports& ports() const { return ports_; }

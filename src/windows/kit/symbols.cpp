@@ -67,10 +67,6 @@ const Symbol* find(std::string_view name) {
 
 }  // namespace
 
-bool hasSymbol(std::string_view name) {
-  return find(name) != nullptr;
-}
-
 QPixmap symbol(std::string_view name, int size, const QColor& color, qreal devicePixelRatio) {
   const Symbol* found = find(name);
   if (!found) return {};

@@ -6,8 +6,6 @@
 
 namespace nimbletype {
 
-// Whether a symbol of this name is drawn here.
-bool hasSymbol(std::string_view name);
 // A symbol in one colour, `size` logical pixels wide and high. Empty where there is none of that name.
 QPixmap symbol(std::string_view name, int size, const QColor& color, qreal devicePixelRatio = 1);
 
